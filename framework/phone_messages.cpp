@@ -1,0 +1,16 @@
+#include "framework/phone_messages.h"
+
+#include "platform/messaging.h"
+
+void broadcastConfigChanged(ConfigArea area, int detail) {
+  msgBroadpostThreadMsg(kConfigChanged, static_cast<int>(area), detail);
+}
+
+void postConfigChanged(ConfigArea area, int detail) {
+  msgPostMsgToThread(msgGetThreadByName(kPhoneApplication), kConfigChanged, static_cast<int>(area), detail);
+}
+
+int queryRegistrationState(int account) {
+  return msgSendMsgToThreadTimeoutEx(msgGetThreadByName(kPhoneApplication), kRegistrationState, account, 0,
+                                     kAnswerTimeout, nullptr, 0);
+}

@@ -1,0 +1,130 @@
+#include "framework/text_utils.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "platform/registry.h"
+
+namespace {
+constexpr std::size_t kReplaceSpace = 512;
+constexpr std::size_t kIniValueSize = 1024;
+constexpr std::size_t kRingLabelSize = 256;
+
+bool isAsciiAlnum(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+}  // namespace
+
+void cutText(std::string& text, std::size_t size) {
+  if (text.size() >= size) text.resize(size ? size - 1 : 0);
+}
+
+std::optional<int> parseInt(std::string_view text) {
+  int number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  return number;
+}
+
+std::optional<int> parseInt(const char* text) {
+  return text ? parseInt(std::string_view(text)) : std::nullopt;
+}
+
+std::string shellQuote(std::string_view word) {
+  std::string quoted = "'";
+  for (const char c : word) {
+    if (c == '\'') {
+      quoted += "'\\''";
+    } else {
+      quoted += c;
+    }
+  }
+  return quoted += '\'';
+}
+
+std::string encodeQueryValue(std::string_view text) {
+  constexpr char kHex[] = "0123456789ABCDEF";
+  std::string encoded;
+  for (const char c : text) {
+    if (isAsciiAlnum(c) || std::string_view("-_.~").find(c) != std::string_view::npos) {
+      encoded += c;
+    } else {
+      const auto byte = static_cast<unsigned char>(c);
+      encoded += {'%', kHex[byte >> 4], kHex[byte & 15]};
+    }
+  }
+  return encoded;
+}
+
+bool isPlainName(std::string_view text) {
+  return !text.empty() && std::ranges::all_of(text, [](char c) { return isAsciiAlnum(c) || c == '-' || c == '_'; });
+}
+
+int ReplaceStr(std::string* text, const char* from, const char* to) {
+  if (!text || !from || !to || !*from) return -1;
+  if (text->find(from) == std::string::npos) return -1;
+  ReplaceStrByStr(*text, from, to);
+  cutText(*text, kReplaceSpace);
+  return 0;
+}
+
+void ReplaceSpecailStrs(std::string& text) {
+  if (text.find_first_of("&<>\"") == std::string::npos) return;
+  ReplaceStr(&text, "&", "&amp;");
+  ReplaceStr(&text, "<", "&lt;");
+  ReplaceStr(&text, ">", "&gt;");
+  ReplaceStr(&text, "\"", "&quot;");
+}
+
+int ReplaceStrByStr(std::string& text, std::string_view from, std::string_view to) {
+  if (from.empty()) return 1;
+  std::string result;
+  std::size_t start = 0;
+  for (std::size_t found; (found = text.find(from, start)) != std::string::npos; start = found + from.size()) {
+    result.append(text, start, found - start).append(to);
+  }
+  text = result.append(text, start);
+  return 1;
+}
+
+int restructureString(char character, std::string_view source, std::string& output) {
+  if (character != '"') return 1;
+  for (const char c : source) {
+    if (c == '"') output += '\\';
+    output += c;
+  }
+  return 1;
+}
+
+void removeSpace(std::string& text) {
+  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
+  text.erase(text.find_last_not_of(' ') + 1);
+}
+
+std::string GetStringAndReplaceChar(ETL_SubClass& section, const char* key, const char* fallback) {
+  std::string value = section.registryGetString(key, "");
+  cutText(value, kIniValueSize);
+  if (value.empty() && fallback) value = fallback;
+  ReplaceSpecailStrs(value);
+  return value;
+}
+
+bool GetSimpleUpdateFileName(const char* path, std::string* name) {
+  if (!path || !name) return false;
+  const std::string_view text = path;
+  const std::size_t slash = text.find_last_of("/\\");
+  *name = slash == std::string_view::npos ? text : text.substr(slash + 1);
+  return true;
+}
+
+std::string GetRealRingName(const char* ring, std::string* label) {
+  const std::string_view text = ring ? ring : "";
+  const std::size_t colon = text.find(':');
+  if (colon == std::string_view::npos) return {};
+  if (label) {
+    *label = text.substr(0, colon);
+    cutText(*label, kRingLabelSize);
+  }
+  return std::string(text.substr(colon + 1));
+}

@@ -1,0 +1,20 @@
+// The state of the phone's network. Each query writes at most `size` bytes, the final NUL included, and gives an empty
+// text when there is nothing to tell.
+#pragma once
+
+#include <cstddef>
+
+void netGetLocalIPv4(char* text, std::size_t size);
+void netGetWanNetmaskIPv4(char* text, std::size_t size);
+void netGetWanGatewayIPv4(char* text, std::size_t size);
+void netGetWanPrimaryDNSIPv4(char* text, std::size_t size);
+void netGetWanSecondaryDNSIPv4(char* text, std::size_t size);
+void netGetLocalIPv6(char* text, std::size_t size);
+void netGetWanPrefixIPv6(char* text, std::size_t size);
+void netGetWanGatewayIPv6(char* text, std::size_t size);
+void netGetWanPrimaryDNSIPv6(char* text, std::size_t size);
+void netGetWanSecondaryDNSIPv6(char* text, std::size_t size);
+void netGetLanIP(char* text, std::size_t size);
+// The MAC address as 12 hex digits; false when it is not known.
+bool netGetMACText(char* text, std::size_t size);
+bool netIsCableConnected();

@@ -1,0 +1,29 @@
+// Ini files shared with the phone's applications.
+#pragma once
+
+#include <memory>
+#include <string>
+
+// One section of an ini file, held in memory from registryOpen() to registryFlush(). Values come back byte for byte
+// as they were stored. The caller owns the handle; closing it without a flush drops what was set.
+class ETL_SubClass {
+ public:
+  virtual ~ETL_SubClass() = default;
+  // The value of `key`, or `fallback` when the section does not hold the key.
+  virtual std::string registryGetString(const char* key, const char* fallback) = 0;
+  // The same as a decimal number; `fallback` also when the value is not one.
+  virtual int registryGetInt(const char* key, int fallback) = 0;
+  virtual void registrySetString(const char* key, const char* value) = 0;
+  virtual void registrySetInt(const char* key, int value) = 0;
+  // Replaces the file whole, keeping what other handles wrote to other keys since. False when it cannot be written.
+  virtual bool registryFlush() = 0;
+};
+
+enum class RegistryFile {
+  kMustExist,     // a missing file cannot be opened
+  kMayBeMissing,  // a missing file reads as empty and is made by the first flush
+};
+
+// Opens a section of the file at the phone's path `file`; a section that does not exist yet is empty. Null when the
+// file cannot be opened.
+std::unique_ptr<ETL_SubClass> registryOpen(const char* file, const char* section, RegistryFile mode);

@@ -1,0 +1,15 @@
+# Writes OUTPUT, a source file that holds the page for people and what it loads, from FOLDER.
+function(embed variable name type)
+  file(READ ${FOLDER}/${name} hex HEX)
+  string(REGEX REPLACE "(..)" "\\\\x\\1" text "${hex}")
+  string(LENGTH "${hex}" digits)
+  math(EXPR size "${digits} / 2")
+  string(REPLACE "\\x0a" "\\x0a\"\n    \"" text "${text}")
+  set(source "${source}\nconst WebFile ${variable}{\"${type}\", std::string_view(\n    \"${text}\", ${size})};\n" PARENT_SCOPE)
+endfunction()
+
+set(source "// Made from simulator/web.\n#include \"simulator/web_files.h\"\n\nnamespace simulator {\n")
+embed(kPageFile index.html "text/html; charset=utf-8")
+embed(kStyleFile simulator.css "text/css; charset=utf-8")
+embed(kScriptFile simulator.js "text/javascript; charset=utf-8")
+file(WRITE ${OUTPUT} "${source}\n}  // namespace simulator\n")

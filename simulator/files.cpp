@@ -1,0 +1,88 @@
+#include "simulator/files.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+
+namespace simulator {
+namespace {
+
+constexpr off_t kMaxFileSize = 64 << 20;
+
+class Descriptor {
+ public:
+  explicit Descriptor(int value) : value_(value) {}
+  ~Descriptor() {
+    if (value_ >= 0) ::close(value_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  int get() const { return value_; }
+  explicit operator bool() const { return value_ >= 0; }
+
+ private:
+  int value_;
+};
+
+bool writeAll(int file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(file, bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+mode_t modeOf(const std::string& path) {
+  struct stat status;
+  return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0644;
+}
+
+bool writeNew(const std::string& path, std::string_view bytes, mode_t mode) {
+  ::unlink(path.c_str());  // left behind by a process that was killed
+  const Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  return file && writeAll(file.get(), bytes) && ::fchmod(file.get(), mode) == 0;
+}
+
+}  // namespace
+
+std::optional<FileStamp> fileStamp(const std::string& path) {
+  struct stat status;
+  if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+  return FileStamp{status.st_dev, status.st_ino, status.st_size,
+                   status.st_mtim.tv_sec * std::int64_t{1'000'000'000} + status.st_mtim.tv_nsec};
+}
+
+std::optional<std::string> readFile(const std::string& path) {
+  // Not blocking: opening a named pipe must not wait for its writer.
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  struct stat status;
+  if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > kMaxFileSize) {
+    return std::nullopt;
+  }
+  std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
+  std::size_t length = 0;
+  while (length < bytes.size()) {
+    const ssize_t count = ::read(file.get(), bytes.data() + length, bytes.size() - length);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return std::nullopt;
+    if (count == 0) break;
+    length += static_cast<std::size_t>(count);
+  }
+  bytes.resize(length);
+  return bytes;
+}
+
+bool replaceFile(const std::string& path, std::string_view bytes) {
+  std::error_code error;
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
+  const std::string beside = path + ".new";
+  if (writeNew(beside, bytes, modeOf(path)) && ::rename(beside.c_str(), path.c_str()) == 0) return true;
+  ::unlink(beside.c_str());
+  return false;
+}
+
+}  // namespace simulator

@@ -1,0 +1,32 @@
+// Whole files of the phone's tree, by their real paths.
+#pragma once
+
+#include <sys/stat.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+// Tells whether a file is still the one that was read or written.
+struct FileStamp {
+  dev_t device;
+  ino_t inode;
+  off_t size;
+  std::int64_t changed;  // ns since the epoch
+  bool operator==(const FileStamp&) const = default;
+};
+
+// Nothing when there is no such file.
+std::optional<FileStamp> fileStamp(const std::string& path);
+
+// The bytes of a regular file of at most 64 MiB; nothing when it cannot be read.
+std::optional<std::string> readFile(const std::string& path);
+
+// Writes the file beside and renames it into place, so that readers and an end of this process at any moment find the
+// old or the new one whole. Makes the folders above it. False when it could not be written; the old file then stays.
+bool replaceFile(const std::string& path, std::string_view bytes);
+
+}  // namespace simulator

@@ -1,0 +1,98 @@
+#include "platform/messaging.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "simulator/applications.h"
+#include "simulator/phone.h"
+
+struct MessageThread {
+  std::string name;
+};
+
+namespace {
+
+using simulator::JournalEntry;
+using simulator::phone;
+using Kind = JournalEntry::Kind;
+
+std::vector<MessageThread> makeThreads() {
+  std::vector<MessageThread> threads;
+  for (std::string_view name : simulator::applicationNames()) threads.push_back({std::string(name)});
+  return threads;
+}
+
+std::string payload(const void* data, int size) {
+  if (data == nullptr || size <= 0) return {};
+  std::string text(static_cast<const char*>(data), static_cast<std::size_t>(size));
+  if (text.back() == '\0') text.pop_back();
+  return text;
+}
+
+JournalEntry entryOf(Kind kind, std::string target, unsigned message, int wParam, int lParam) {
+  JournalEntry entry;
+  entry.kind = kind;
+  entry.target = std::move(target);
+  entry.message = message;
+  entry.wParam = wParam;
+  entry.lParam = lParam;
+  return entry;
+}
+
+// Has the applications take the message, and records it before what it causes.
+int deliver(JournalEntry entry) {
+  simulator::Phone& phone = simulator::phone();
+  const std::lock_guard lock(phone.mutex);
+  if (entry.kind == Kind::kSend) entry.answer = simulator::answerOf(phone, entry);
+  const JournalEntry head = entryOf(entry.kind, entry.target, entry.message, entry.wParam, entry.lParam);
+  const int answer = entry.answer;
+  phone.journal.add(std::move(entry));
+  simulator::react(phone, head);
+  return answer;
+}
+
+int post(Kind kind, std::string target, unsigned message, int wParam, int lParam, std::string data) {
+  JournalEntry entry = entryOf(kind, std::move(target), message, wParam, lParam);
+  entry.text = std::move(data);
+  return deliver(std::move(entry));
+}
+
+}  // namespace
+
+MessageThread* msgGetThreadByName(const char* name) {
+  static std::vector<MessageThread> threads = makeThreads();
+  if (name == nullptr) return nullptr;
+  for (MessageThread& thread : threads) {
+    if (thread.name == name) return &thread;
+  }
+  return nullptr;
+}
+
+int msgPostMsgToThread(MessageThread* thread, unsigned message, int wParam, int lParam) {
+  return msgPostMsgToThreadEx(thread, message, wParam, lParam, nullptr, 0);
+}
+
+int msgPostMsgToThreadEx(MessageThread* thread, unsigned message, int wParam, int lParam, const void* data, int size) {
+  if (thread == nullptr) return -1;
+  return post(Kind::kPost, thread->name, message, wParam, lParam, payload(data, size));
+}
+
+int msgSendMsgToThread(MessageThread* thread, unsigned message, int wParam, int lParam) {
+  return msgSendMsgToThreadEx(thread, message, wParam, lParam, nullptr, 0);
+}
+
+int msgSendMsgToThreadEx(MessageThread* thread, unsigned message, int wParam, int lParam, const void* data, int size) {
+  if (thread == nullptr) return kMessageNoAnswer;
+  return post(Kind::kSend, thread->name, message, wParam, lParam, payload(data, size));
+}
+
+// The applications of this phone answer at once or never, so nobody waits.
+int msgSendMsgToThreadTimeoutEx(MessageThread* thread, unsigned message, int wParam, int lParam, int, const void* data,
+                                int size) {
+  return msgSendMsgToThreadEx(thread, message, wParam, lParam, data, size);
+}
+
+int msgBroadpostThreadMsg(unsigned message, int wParam, int lParam) {
+  return post(Kind::kBroadcast, "", message, wParam, lParam, "");
+}

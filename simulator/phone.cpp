@@ -1,0 +1,67 @@
+#include "simulator/phone.h"
+
+#include <chrono>
+#include <filesystem>
+#include <utility>
+
+#include "platform/web_debug.h"
+#include "simulator/shared_texts.h"
+#include "simulator/simulator.h"
+
+namespace simulator {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::atomic<Clock::rep> rebootEnd{0};
+std::atomic<std::uint64_t> reboots{0};
+
+}  // namespace
+
+Phone& phone() {
+  static Phone instance;
+  return instance;
+}
+
+void Phone::systemCall(const char* call, std::string text) {
+  JournalEntry entry;
+  entry.kind = JournalEntry::Kind::kSystem;
+  entry.target = call;
+  entry.text = std::move(text);
+  journal.add(std::move(entry));
+}
+
+void Phone::reboot(std::string reason) {
+  systemCall("reboot", std::move(reason));
+  if (state.rebootSeconds <= 0) return;
+  rebootEnd = (Clock::now() + std::chrono::seconds(state.rebootSeconds)).time_since_epoch().count();
+  ++reboots;
+  config.load(root);
+  state.talking = false;
+  state.bringUp(config, root);
+}
+
+void start(const std::filesystem::path& root) {
+  Phone& phone = simulator::phone();
+  const std::lock_guard lock(phone.mutex);
+  phone.root = std::filesystem::canonical(root).string();
+  phone.config.load(phone.root);
+  phone.state = DeviceState();
+  phone.state.bringUp(phone.config, phone.root);
+  phone.journal = Journal();
+  phone.expansionHandles.clear();
+  forgetSharedTexts();
+  WebDebug::getInstance().setDebugLevel(WebDebug::kErrors);
+  rebootEnd = 0;
+  reboots = 0;
+}
+
+bool rebooting() {
+  return Clock::now().time_since_epoch().count() < rebootEnd;
+}
+
+std::uint64_t rebootCount() {
+  return reboots;
+}
+
+}  // namespace simulator

@@ -1,0 +1,33 @@
+// The one phone of this process.
+#pragma once
+
+#include <atomic>
+#include <mutex>
+#include <set>
+#include <string>
+
+#include "simulator/config_store.h"
+#include "simulator/device_state.h"
+#include "simulator/journal.h"
+
+namespace simulator {
+
+struct Phone {
+  // Guards everything below but `root`, which changes only while no handler runs. Held for moments only: never while
+  // a command runs.
+  std::mutex mutex;
+  std::string root;  // real path; empty before the first start
+  ConfigStore config;
+  DeviceState state;
+  Journal journal;
+  std::set<int> expansionHandles;
+
+  // The following two are called with the mutex held.
+  void systemCall(const char* call, std::string text);
+  // `reason` is the text of the journal entry.
+  void reboot(std::string reason);
+};
+
+Phone& phone();
+
+}  // namespace simulator

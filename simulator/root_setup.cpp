@@ -1,0 +1,99 @@
+#include <algorithm>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+
+#include "simulator/simulator.h"
+
+namespace simulator {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Folders in which a tree or "/config" is put together before it is renamed into place. One that is still there
+// belongs to a fill that was cut short.
+constexpr char kTreeStage[] = ".fill";
+constexpr char kConfigStage[] = ".config";
+
+// Names of "/phone/factory" that have no namesake under "/config".
+constexpr std::string_view kFactoryOnly[] = {"hostapp"};
+
+constexpr const char* kRuntimeFolders[] = {
+    "tmp",
+    "dev",
+    "proc",
+    "config/Pics",
+    "config/certs",
+    "config/data",
+    "config/user/voip",
+    "config/softkey",
+    "config/openvpn",
+    "config/dot1x",
+    "data/userdata/sound",
+    "data/userdata/wallpaper",
+    "data/userdata/contact-image",
+};
+
+void copyTree(const fs::path& from, const fs::path& to) {
+  fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  fs::permissions(to, fs::perms::owner_write, fs::perm_options::add);
+  for (const auto& entry : fs::recursive_directory_iterator(to)) {
+    if (entry.is_symlink()) continue;
+    fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add);  // the delivered tree may lack it
+  }
+}
+
+bool needsFill(const fs::path& root) {
+  return !fs::exists(root) || fs::is_empty(root) || fs::exists(root / kTreeStage);
+}
+
+void fillTree(const fs::path& root, const fs::path& rootfs) {
+  if (!fs::is_directory(rootfs)) throw std::runtime_error("no delivered tree at " + rootfs.string());
+  const fs::path stage = root / kTreeStage;
+  fs::create_directories(root);
+  fs::remove_all(stage);
+  fs::create_directory(stage);
+  for (const auto& entry : fs::directory_iterator(rootfs)) {
+    if (!entry.is_directory()) continue;
+    copyTree(entry.path(), stage / entry.path().filename());
+  }
+  for (const auto& entry : fs::directory_iterator(stage)) {
+    const fs::path target = root / entry.path().filename();
+    if (!fs::exists(target)) fs::rename(entry.path(), target);  // else moved before the cut
+  }
+  fs::remove_all(stage);
+}
+
+bool hasNamesakeInConfig(const fs::directory_entry& entry) {
+  const std::string name = entry.path().filename().string();
+  return entry.is_directory() &&
+         std::find(std::begin(kFactoryOnly), std::end(kFactoryOnly), name) == std::end(kFactoryOnly);
+}
+
+void fillConfig(const fs::path& root) {
+  const fs::path factory = root / "phone/factory", stage = root / kConfigStage;
+  fs::remove_all(stage);
+  if (fs::exists(root / "config")) return;
+  fs::create_directory(stage);
+  if (fs::is_directory(factory)) {
+    for (const auto& entry : fs::directory_iterator(factory)) {
+      if (hasNamesakeInConfig(entry)) copyTree(entry.path(), stage / entry.path().filename());
+    }
+  }
+  fs::rename(stage, root / "config");
+}
+
+}  // namespace
+
+void prepareRoot(const fs::path& root, const fs::path& rootfs) {
+  try {
+    if (needsFill(root)) fillTree(root, rootfs);
+    fillConfig(root);
+    for (const char* folder : kRuntimeFolders) fs::create_directories(root / folder);
+  } catch (const fs::filesystem_error& error) {
+    throw std::runtime_error("cannot prepare the phone's tree: " + std::string(error.what()));
+  }
+}
+
+}  // namespace simulator

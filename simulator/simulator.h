@@ -1,0 +1,42 @@
+// The phone in software: what tests and the host's main program need of it beyond platform/.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+// Fills `root` from the delivered tree `rootfs` when it is missing or empty, and its "/config" from the factory
+// defaults where that is missing. Throws std::runtime_error with a readable text when that fails.
+void prepareRoot(const std::filesystem::path& root, const std::filesystem::path& rootfs);
+
+// Takes `root` as the phone's root: loads its configuration (a broken file is kept aside and replaced by the factory
+// defaults, with a log line) and starts with a fresh device state and an empty journal. A process has one phone at a
+// time; a further start replaces it. Not to be called while handlers run.
+void start(const std::filesystem::path& root);
+
+// True while the phone reboots (state key "rebootSeconds"): no page is to be served then.
+bool rebooting();
+
+// How often the phone has begun to reboot since start(); a change means that sessions are gone.
+std::uint64_t rebootCount();
+
+// Where log lines go; standard error by default. The line has no line end.
+void setLogSink(std::function<void(int module, int level, std::string_view line)> sink);
+
+struct ControlReply {
+  int status = 200;
+  std::string contentType = "application/json";
+  std::string body;
+};
+
+// One request to the HTTP control. `path` begins with "/simulator/"; `query` holds decoded fields. Never throws; safe
+// from any thread and never waits for a page handler.
+ControlReply control(const std::string& method, const std::string& path,
+                     const std::map<std::string, std::string>& query, const std::string& body);
+
+}  // namespace simulator

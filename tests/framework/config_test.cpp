@@ -1,0 +1,119 @@
+// Settings between the configuration service and a page.
+#include "framework/config_operate.h"
+#include "framework/visibility.h"
+#include "tests/support/phone_test.h"
+
+namespace {
+
+using ConfigTest = PhoneTest;
+using VisibilityTest = PhoneTest;
+
+constexpr const char* kKeys[] = {"KeyA", nullptr, "KeyB"};
+
+RecordingResponse shown(TMPL_varlist* list) {
+  RecordingResponse response;
+  response.renderTemplate("x", list);
+  return response;
+}
+
+TEST_F(ConfigTest, ReadsEscapedAndBounded) {
+  setConfig("KeyA", "<a href=\"x\">&amp;</a>");
+  setConfig("KeyB", std::string(2000, 'b'));
+  const RecordingResponse page = shown(readConfigOperate(GLOBAL_FILE, kKeys, nullptr, 0));
+  EXPECT_EQ(page.variable("KeyA"), "&lt;a href=&quot;x&quot;&gt;&amp;amp;&lt;/a&gt;");
+  EXPECT_EQ(page.variable("KeyB"), std::string(1023, 'b'));
+  std::string buffer = "old";
+  readConfigOperate(GLOBAL_FILE, "KeyB", buffer, 16, 0);
+  EXPECT_EQ(buffer, std::string(15, 'b'));
+}
+
+TEST_F(ConfigTest, AccountValuesAreShownUnderThePlainKey) {
+  setConfig("AccountLabel", 2, "third");
+  EXPECT_EQ(shown(readConfigOperate(ACCOUNT_FILE, "AccountLabel", nullptr, 2)).variable("AccountLabel"), "third");
+  EXPECT_EQ(shown(readConfigOperate(ACCOUNT_FILE, "AccountLabel", nullptr, '"', 1)).variable("AccountLabel"), "");
+}
+
+TEST_F(ConfigTest, StoresPresentFieldsAndTellsWhetherOneChanged) {
+  setConfig("KeyA", "1");
+  setConfig("KeyB", "2");
+  FakeRequest same{{"KeyA", "1"}}, other{{"KeyA", "x\n\"=;"}, {"KeyB", "2"}}, none;
+  EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, kKeys, &same, 0), 0);
+  EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, kKeys, &other, 0), 1);
+  EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, kKeys, &none, 0), 0);
+  EXPECT_EQ(config("KeyA"), "x\n\"=;");
+  EXPECT_EQ(config("KeyB"), "2");
+  EXPECT_EQ(writeConfigOperate(ACCOUNT_FILE, "AccountLabel", "a", 1), 1);
+  EXPECT_EQ(config("AccountLabel", 1) + "/" + config("AccountLabel", 2), "a/");
+}
+
+TEST_F(ConfigTest, BadArgumentsAreLoggedAndStoreNothing) {
+  FakeRequest request;
+  std::string buffer = "kept";
+  TMPL_varlist* list = TMPL_add_var(nullptr, "x", "y", nullptr);
+  const char* const* noTable = nullptr;
+  const char* noText = nullptr;
+  EXPECT_EQ(readConfigOperate(GLOBAL_FILE, kKeys, 0, list, 0), list);
+  EXPECT_EQ(readConfigOperate(GLOBAL_FILE, noTable, 2, list, 0), nullptr);
+  EXPECT_EQ(readConfigOperate(GLOBAL_FILE, noText, list, 0), nullptr);
+  readConfigOperate(GLOBAL_FILE, noText, buffer, 16, 0);
+  EXPECT_EQ(buffer, "kept");
+  EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, noTable, 2, &request, 0), -1);
+  EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, "KeyA", static_cast<HttpRequest*>(nullptr), 0), -1);
+  EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, "KeyA", &request, 0), -1);
+  EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, "KeyA", noText, 0), -1);
+  EXPECT_EQ(log, (std::vector<std::string>{"4 readConfigOperate() para error", "4 readConfigOperate() para error",
+                                           "4 readConfigOperate() para error", "4 Parameter is null",
+                                           "4 writeConfigOperate() para error.",
+                                           "4 writeConfigOperate() get KeyA =NULL.", "4 Parameter is null"}));
+}
+
+std::string levels(SHOWTYPE type, std::initializer_list<const char*> keys, std::string text = "",
+                   std::size_t size = 1024) {
+  showString(type, std::data(keys), static_cast<int>(keys.size()), &text, size);
+  return text;
+}
+
+TEST_F(VisibilityTest, ListsKeysWithTheirLevels) {
+  for (const auto& [key, value] : std::map<const char*, const char*>{
+           {"k1", "a"}, {"k2", "b"}, {"k3", "c"}, {"i1", "x"}, {"i2", "0123456789abcdefg"}}) {
+    setConfig(key, value);
+  }
+  const std::string menu = levels(SHOWTYPE_MENU, {"k1", "k2", "k3"});
+  EXPECT_EQ(menu, "k1=a&k2=b&k3=c$");
+  EXPECT_EQ(levels(SHOWTYPE_ITEM, {"i1", "i2"}, menu), "k1=a&k2=b&k3=c$i1=x&i2=0123456789abcde");
+  EXPECT_EQ(levels(SHOWTYPE_MENU, {"k1", nullptr}), "k1=a&");
+  EXPECT_EQ(levels(SHOWTYPE_MENU, {"k1", "k2"}, "", 8), "k1=a&k2");
+  std::string text = "same";
+  showString(SHOWTYPE_ITEM, nullptr, 1, &text, 1024);
+  EXPECT_EQ(text, "same");
+  EXPECT_EQ(log.back(), "4 readConfigOperate() para error");
+}
+
+TEST_F(VisibilityTest, TellsTheDeviceSeries) {
+  for (const auto& [type, series] : std::map<int, const char*>{
+           {41, "alpha_series"}, {42, "alpha_series"}, {19, "beta_series"}, {21, "beta_series"}, {20, ""}}) {
+    setState("{\"phoneType\":" + std::to_string(type) + "}");
+    EXPECT_EQ(shown(AddDevType(nullptr)).variable("devseries"), series) << type;
+  }
+}
+
+TEST_F(VisibilityTest, LoginNamesMapToIdentities) {
+  setConfig("UserNameVar", "a&b");
+  std::string identity = "(unchanged)", name = "(unchanged)";
+  GetIdentityByName("nobody", &identity);
+  EXPECT_EQ(identity, "(unchanged)");
+  GetIdentityByName("a&b", &identity);
+  EXPECT_EQ(identity, "var");
+  GetNameByIdentity(&name, "root");
+  EXPECT_EQ(name, "(unchanged)");
+  GetNameByIdentity(&name, "var");
+  EXPECT_EQ(name, "a&b");
+  setConfig("UserNameVar", "admin");
+  GetIdentityByName("admin", &identity);
+  EXPECT_EQ(identity, "admin");
+  GetIdentityByName(nullptr, &identity);
+  GetNameByIdentity(&name, nullptr);
+  EXPECT_EQ(log, (std::vector<std::string>{"4 GetIdentityByName para error", "4 GetIdentityByName para error"}));
+}
+
+}  // namespace

@@ -1,0 +1,227 @@
+// What pages do around their own work: notices, uploads, accounts, files, passwords.
+#include "framework/page_utils.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "framework/file_password.h"
+#include "framework/file_utils.h"
+#include "tests/support/phone_test.h"
+
+namespace {
+
+using UtilsTest = PhoneTest;
+using PasswordTest = PhoneTest;
+
+TEST_F(UtilsTest, NoticesAndTheTalkingGuard) {
+  RecordingResponse idle, busy, reboot;
+  EXPECT_FALSE(IsInTalking(&idle));
+  EXPECT_TRUE(idle.untouched());
+  setState(R"({"talking":true})");
+  EXPECT_TRUE(IsInTalking(&busy));
+  EXPECT_EQ(busy.variable("noticeLabel"), "setTimeout$notice$Talking, Please wait...");
+  SetNoticePage(&reboot, true, "network", kRebootingNotice);
+  EXPECT_EQ(reboot.variable("noticeLabel"), "setInterval$network$Rebooting , please wait ...");
+  EXPECT_EQ(reboot.templates, std::vector<std::string>{"/phone/www/WEB-INFO/template/notice.htm"});
+  EXPECT_EQ(messages().front(), "send app_hostapp 0x30007 0 1");
+  sysReboot(-1);
+  sysReboot(7);
+  const auto sent = messages();
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), "post app_hostapp 0x10101 2 0"), 1);
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), "post app_hostapp 0x10101 7 0"), 1);
+}
+
+TEST_F(UtilsTest, NumberOfAccounts) {
+  struct Row {
+    int phoneType;
+    const char* accountNum;
+    int accounts;
+  };
+  for (const Row& row : {Row{28, "1", 16},
+                         {28, "6", 6},
+                         {28, "16", 6},
+                         {26, "1", 13},
+                         {26, "", 3},
+                         {46, "1", 6},
+                         {22, "1", 3},
+                         {20, "1", 2},
+                         {21, "9", 2},
+                         {19, "1", 1},
+                         {99, "1", 3}}) {
+    setState("{\"phoneType\":" + std::to_string(row.phoneType) + "}");
+    setConfig("AccountNum", row.accountNum);
+    EXPECT_EQ(GetAccountMax(), row.accounts) << row.phoneType << ' ' << row.accountNum;
+  }
+}
+
+TEST_F(UtilsTest, AccountSelector) {
+  setState(R"({"phoneType":22})");
+  RecordingResponse page;
+  page.renderTemplate("x", TMPL_add_loop(nullptr, "accountLoop", GetAccountLoop("2", false)));
+  EXPECT_EQ(page.column("accountLoop", "accountno"), "Account1|Account2|Account3");
+  EXPECT_EQ(page.column("accountLoop", "selected"), "0|0|1");
+  RecordingResponse automatic;
+  automatic.renderTemplate("x", TMPL_add_loop(nullptr, "accountLoop", GetAccountLoop("-1", true)));
+  EXPECT_EQ(automatic.column("accountLoop", "index"), "-1|0|1|2");
+  EXPECT_EQ(automatic.column("accountLoop", "selected"), "1|0|0|0");
+}
+
+TEST_F(UtilsTest, StatusTexts) {
+  const char* texts[] = {"Unknown",      "Disabled",   "Registering", "Registered", "Register Failed",
+                         "Unregistered", "Registered", "Inexistence", "Unknown"};
+  for (int code = -1; code <= 7; ++code) {
+    std::string text;
+    MapAccountStatusToString(&text, code);
+    EXPECT_EQ(text, texts[code + 1]) << code;
+  }
+}
+
+TEST_F(UtilsTest, SipServerOfAnAccount) {
+  std::string host = "kept", port = "kept";
+  EXPECT_FALSE(GetSipServerHost(host, port, 6));
+  EXPECT_FALSE(GetSipServerHost(host, port, -1));
+  EXPECT_EQ(host + port, "keptkept");
+  const auto server = [&](std::string_view file) {
+    write("/config/user/voip/sipAccount3.cfg", file);
+    EXPECT_TRUE(GetSipServerHost(host, port, 3));
+    return host + ":" + port;
+  };
+  EXPECT_EQ(server(""), "0.0.0.0:5060");
+  EXPECT_EQ(server("[account]\nSIPServerHost=a\nSIPServerPort=7\n"), "a:7");
+  EXPECT_EQ(server("[sipserver2]\nserver=b\nport=8\n[account]\nSIPServerHost=a\n"), "b:8");
+  EXPECT_EQ(server("[sipserver1]\nserver=c\n[sipserver2]\nserver=b\n"), "c:5060");
+}
+
+TEST_F(UtilsTest, RegisteredAccountOfAUri) {
+  setState(R"({"registration":[0,2,2]})");
+  for (const int account : {0, 1, 2}) {
+    setConfig("AccountUserName", account, "1000");
+    write("/config/user/voip/sipAccount" + std::to_string(account) + ".cfg", "[sipserver1]\nserver=pbx\n");
+  }
+  EXPECT_EQ(GetAccountID("1000@pbx"), 1);
+  EXPECT_EQ(GetAccountID("1000@other"), -1);
+  EXPECT_EQ(GetAccountID(nullptr), -1);
+}
+
+TEST_F(UtilsTest, SharedTexts) {
+  EXPECT_EQ(readShareText("romTranStat"), "");
+  writeShareText("romTranStat", "12345678", 5);
+  EXPECT_LE(readShareText("romTranStat").size(), 5u);
+  EXPECT_TRUE(std::string("12345").starts_with(readShareText("romTranStat")));
+  writeShareText("romTranStat", "ab", 100);
+  EXPECT_EQ(readShareText("romTranStat"), "ab");
+}
+
+TEST_F(UtilsTest, ContactMark) {
+  int type = 42;
+  EXPECT_FALSE(IsContactNeedUpdate(type));
+  EXPECT_EQ(type, 42);
+  write("/tmp/contact_update_mark.ini", "[update]\ntype=2\n");
+  EXPECT_TRUE(IsContactNeedUpdate(type));
+  EXPECT_EQ(type, 2);
+  SetDefalutUpdate();
+  EXPECT_FALSE(IsContactNeedUpdate(type));
+  EXPECT_EQ(type, 0);
+}
+
+TEST_F(UtilsTest, UploadsMustFit) {
+  FakeRequest request;
+  std::string error;
+  EXPECT_FALSE(CheckUploadFile(&request, "/data/", "/data/nowhere/", &error, true, 100, 0));
+  EXPECT_EQ(error, "Error:The destination folder does not exist!");
+  write("/data/rings/a", "12345");
+  const int used = GetDirSize("/data/rings");
+  request.contentLength = 100;
+  EXPECT_TRUE(CheckUploadFile(&request, "/data/", "/data/rings", &error, true, 100, 0));
+  EXPECT_TRUE(CheckUploadFile(&request, "/data/", "/data/rings", &error, false, used + 101, 0));
+  error.clear();
+  EXPECT_FALSE(CheckUploadFile(&request, "/data/", "/data/rings", &error, false, used + 100, 0));
+  EXPECT_EQ(error, "No space left!");
+  const long free = GetPartionFreeSize("/data/");
+  ASSERT_GT(free, 1'000'000);
+  error.clear();
+  EXPECT_FALSE(CheckUploadFile(&request, "/data/", "/data/rings", &error, true, 1000, free + 1'000'000));
+  EXPECT_EQ(error, "No space left!");
+  RecordingResponse response;
+  EXPECT_TRUE(CheckConfigFreeSize(&request, &response, "/config/none", false));
+  EXPECT_TRUE(response.untouched());
+  EXPECT_FALSE(CheckUploadFile(nullptr, "/data/", "/data/rings", &error, true, 1000, 0));
+}
+
+TEST_F(UtilsTest, FilesAndFolders) {
+  write("/data/x/b.JS", "12345");
+  write("/data/x/a.js", "1");
+  write("/data/x/.js", "");
+  write("/data/x/c.txt", "");
+  std::list<std::string> names{"first"};
+  EXPECT_TRUE(ReadFiles::FindFiles(names, "/data/x", ".js", false, false));
+  names.sort();
+  EXPECT_EQ(names, (std::list<std::string>{"", "a", "b", "first"}));
+  names.clear();
+  EXPECT_TRUE(ReadFiles::FindFiles(names, "/data/x/", "TXT", true, true));
+  EXPECT_EQ(names, std::list<std::string>{"/data/x/c.txt"});
+  EXPECT_FALSE(ReadFiles::FindFiles(names, "/data/none", "", false, false));
+  EXPECT_EQ(names.size(), 1u);
+  EXPECT_EQ(GetFileSize("/data/x/b.JS"), 5);
+  EXPECT_EQ(GetFileSize("/data/x/none"), -1);
+  std::filesystem::create_symlink("/", file("/data/x/link"));
+  const auto folder = [&](const char* path) {
+    struct stat status {};
+    lstat(file(path).c_str(), &status);
+    return static_cast<int>(status.st_size);
+  };
+  EXPECT_EQ(GetDirSize("/data/x"), folder("/data/x") + 6 + 1);
+  EXPECT_EQ(GetDirSize("/data/none"), 0);
+  EXPECT_EQ(log.back(), "4 filename : /data/none, error info : No such file or directory");
+  EXPECT_TRUE(RenameUploadFile("/data/x/a.js", "/data/x/c.txt"));
+  EXPECT_EQ(content("/data/x/c.txt"), "1");
+  EXPECT_FALSE(RenameUploadFile("/data/x/a.js", "/data/x/c.txt"));
+  EXPECT_TRUE(replaceFile("/data/x/c.txt", "new"));
+  EXPECT_FALSE(replaceFile("/data/none/c.txt", "new"));
+  EXPECT_FALSE(replaceFile("/data/../../c.txt", "new"));
+  EXPECT_EQ(content("/data/x/c.txt"), "new");
+}
+
+TEST_F(PasswordTest, HashesBlocksOfEightWithOneSalt) {
+  EXPECT_EQ(filePassword::GetEncryptedText("secret12", "ab"), "abhv/ZnAzL36k");
+  const std::string hash = filePassword::GetEncryptedText("12345678123456781", "abcdefghijklm");
+  EXPECT_EQ(hash.size(), 39u);
+  EXPECT_EQ(hash.substr(0, 13), hash.substr(13, 13));
+  EXPECT_EQ(hash.substr(26, 2), "ab");
+  EXPECT_EQ(filePassword::GetEncryptedText("", nullptr).size(), 13u);
+  EXPECT_EQ(filePassword::GetEncryptedText(nullptr, "ab"), filePassword::GetEncryptedText("", "ab"));
+  EXPECT_EQ(filePassword::GetEncryptedText("12345678123456781", hash.c_str()), hash);
+  const std::string other = filePassword::GetEncryptedText("12345678123456782", hash.c_str());
+  EXPECT_EQ(other.substr(0, 26), hash.substr(0, 26));
+  EXPECT_NE(other.substr(26), hash.substr(26));
+  EXPECT_EQ(filePassword::GetEncryptedText("x", "!!invalid salt"), "");
+  std::string output = ">";
+  EncryptString("secret12", output, "ab");
+  EXPECT_EQ(output, ">abhv/ZnAzL36k");
+}
+
+TEST_F(PasswordTest, EntriesKeepTheirPlace) {
+  write("/config/data/htpasswd", "a:abhv/ZnAzL36k\nno colon\nb:x:y\na:second\nlast:abhv/ZnAzL36k");
+  filePassword file(kPasswordFile);
+  EXPECT_TRUE(file.IsRightUserPassword("a", "secret12"));
+  EXPECT_TRUE(file.IsRightUserPassword("last", "secret12"));
+  EXPECT_FALSE(file.IsRightUserPassword("a", "secret1"));
+  EXPECT_FALSE(file.IsRightUserPassword("A", "secret12"));
+  EXPECT_FALSE(file.IsRightUserPassword("no colon", ""));
+  EXPECT_FALSE(file.IsRightUserPassword(nullptr, nullptr));
+  EXPECT_FALSE(file.SetUserPassword("a", "secret12"));
+  EXPECT_TRUE(file.SetUserPassword("last", "other"));
+  EXPECT_TRUE(file.SetUserPassword("new", "pass"));
+  EXPECT_TRUE(file.RemoveUser("b"));
+  EXPECT_FALSE(file.RemoveUser("b"));
+  file.SaveToFile(kPasswordFile);
+  const std::string saved = content("/config/data/htpasswd");
+  EXPECT_TRUE(saved.starts_with("a:abhv/ZnAzL36k\na:second\nlast:ab")) << saved;
+  EXPECT_TRUE(filePassword(kPasswordFile).IsRightUserPassword("new", "pass"));
+  EXPECT_TRUE(filePassword(kPasswordFile).IsRightUserPassword("last", "other"));
+  EXPECT_FALSE(filePassword("/config/none").IsRightUserPassword("a", "secret12"));
+}
+
+}  // namespace

@@ -1,0 +1,95 @@
+#include "tests/support/fake_http.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+
+void FakeSession::setAttribute(const char* name, char* value) {
+  attributes[name] = value;
+  std::free(value);
+}
+
+const char* FakeSession::getAttribute(const char* name) {
+  const auto found = attributes.find(name);
+  return found == attributes.end() ? nullptr : found->second.c_str();
+}
+
+void FakeSession::invalidate() {
+  attributes.clear();
+  invalidated = true;
+}
+
+const char* FakeRequest::getParameter(const char* name) {
+  const auto found = fields.find(name);
+  return found == fields.end() ? nullptr : found->second.c_str();
+}
+
+const char** FakeRequest::getParameterValues(const char* name) {
+  values_.clear();
+  const auto [first, last] = fields.equal_range(name);
+  for (auto field = first; field != last; ++field) values_.push_back(field->second.c_str());
+  if (values_.empty()) return nullptr;
+  values_.push_back(nullptr);
+  return values_.data();
+}
+
+int FakeRequest::read(char* buffer, int length) {
+  const std::size_t count = std::min(static_cast<std::size_t>(std::max(length, 0)), body.size() - bodyRead_);
+  std::copy_n(body.begin() + static_cast<std::ptrdiff_t>(bodyRead_), count, buffer);
+  bodyRead_ += count;
+  return static_cast<int>(count);
+}
+
+void RecordingResponse::print(const char* format, ...) {
+  char text[4096];
+  va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(text, sizeof text, format, arguments);
+  va_end(arguments);
+  body += text;
+}
+
+void RecordingResponse::write(const void* data, int size, int count) {
+  body.append(static_cast<const char*>(data), static_cast<std::size_t>(size) * static_cast<std::size_t>(count));
+}
+
+namespace {
+RecordingResponse::Row rowOf(const TMPL_varlist& list) {
+  RecordingResponse::Row row;
+  for (const TemplateEntry& entry : list.entries) row[std::string(entry.name)] = entry.value;
+  return row;
+}
+}  // namespace
+
+void RecordingResponse::renderTemplate(const char* path, TMPL_varlist* list) {
+  templates.emplace_back(path);
+  if (!list) return;
+  for (const TemplateEntry& entry : list->entries) {
+    const std::string name(entry.name);
+    names.push_back(name);
+    if (!entry.isLoop) {
+      variables[name] = entry.value;
+      continue;
+    }
+    std::vector<Row>& rows = loops[name];
+    if (!entry.loop) continue;
+    for (const TMPL_varlist* row : entry.loop->rows) rows.push_back(rowOf(*row));
+  }
+}
+
+std::string RecordingResponse::variable(const std::string& name) const {
+  const auto found = variables.find(name);
+  return found == variables.end() ? "(absent)" : found->second;
+}
+
+std::string RecordingResponse::column(const std::string& loop, const std::string& name) const {
+  const auto found = loops.find(loop);
+  if (found == loops.end()) return "(absent)";
+  std::string joined;
+  for (const Row& row : found->second) {
+    if (&row != &found->second.front()) joined += '|';
+    joined += row.contains(name) ? row.at(name) : "(absent)";
+  }
+  return joined;
+}

@@ -1,0 +1,87 @@
+// A request, a session and a response without a web server.
+#pragma once
+
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "framework/servlet_base.h"
+#include "host/template_list.h"
+
+class FakeSession : public HttpSession {
+ public:
+  void setAttribute(const char* name, char* value) override;
+  const char* getAttribute(const char* name) override;
+  void invalidate() override;
+  void setMaxInactiveInterval(int seconds) override { maxInactive = seconds; }
+
+  std::map<std::string, std::string> attributes;
+  int maxInactive = -1;  // never set
+  bool invalidated = false;
+};
+
+class FakeRequest : public HttpRequest {
+ public:
+  FakeRequest() = default;
+  // FakeRequest{{"p", "status"}, {"q", "load"}}
+  FakeRequest(std::initializer_list<std::pair<const std::string, std::string>> values) : fields(values) {}
+
+  const char* getParameter(const char* name) override;
+  const char** getParameterValues(const char* name) override;
+  const char* getRequestURI() override { return uri.c_str(); }
+  const char* getRemoteAddr() override { return address.c_str(); }
+  const char* getContentType() override { return nullptr; }
+  int getContentLength() override { return contentLength < 0 ? static_cast<int>(body.size()) : contentLength; }
+  void setLanguage(const char* name) override { language = name; }
+  HttpSession* getSession(int) override { return session; }
+  void setUploadFileTemplate(const char* pattern) override { uploadTemplate = pattern; }
+  int read(char* buffer, int length) override;
+
+  std::multimap<std::string, std::string> fields;
+  std::string uri = "/servlet?";
+  std::string address = "192.0.2.7";
+  std::string body;
+  int contentLength = -1;  // that of the body
+  std::string language = "(not set)";
+  std::string uploadTemplate;
+  FakeSession ownSession;
+  FakeSession* session = &ownSession;
+
+ private:
+  std::vector<const char*> values_;
+  std::size_t bodyRead_ = 0;
+};
+
+class RecordingResponse : public HttpResponse {
+ public:
+  using Row = std::map<std::string, std::string>;
+
+  void setContentType(const char* type) override { contentType = type; }
+  void setHeader(const char* name, const char* value) override { headers.emplace_back(name, value); }
+  void addHeader(const char* name, const char* value) override { headers.emplace_back(name, value); }
+  void sendRedirect(const char* location) override { redirects.emplace_back(location); }
+  void sendError(int code) override { status = code; }
+  void print(const char* format, ...) override __attribute__((format(printf, 2, 3)));
+  void write(const void* data, int size, int count) override;
+  void putChar(int byte) override { body += static_cast<char>(byte); }
+  void renderTemplate(const char* path, TMPL_varlist* list) override;
+  void setPhoneType(const char* model) override { phoneType = model; }
+
+  // A variable of the rendered page; "(absent)" when it was not given.
+  std::string variable(const std::string& name) const;
+  // One variable of each row of a loop, joined by "|".
+  std::string column(const std::string& loop, const std::string& name) const;
+  // Nothing was answered at all.
+  bool untouched() const { return templates.empty() && redirects.empty() && body.empty() && status == 200; }
+
+  std::string contentType, body, phoneType;
+  std::vector<std::pair<std::string, std::string>> headers;
+  std::vector<std::string> redirects;
+  std::vector<std::string> templates;  // paths, in the order they were rendered
+  std::vector<std::string> names;      // of all variables and loops of the last list, in order, repeats included
+  Row variables;
+  std::map<std::string, std::vector<Row>> loops;
+  int status = 200;
+};

@@ -1,0 +1,66 @@
+// A phone of its own for each test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/template_list.h"
+#include "tests/support/fake_http.h"
+
+// A folder that is gone at the end.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+// A fresh phone as it is delivered, with its journal empty and its log recorded.
+class PhoneTest : public ::testing::Test {
+ protected:
+  PhoneTest();
+  ~PhoneTest() override;
+
+  // Stores a value without any message.
+  static void setConfig(const char* key, const std::string& value);
+  static void setConfig(const char* key, int account, const std::string& value);
+  static std::string config(const char* key);
+  static std::string config(const char* key, int account);
+  // Merges a JSON object into the device's state.
+  static void setState(std::string_view json);
+  // What the applications received since the last call, one line each: "post app_hostapp 0x10007 39 0", a payload
+  // behind it in brackets.
+  std::vector<std::string> messages();
+
+  std::filesystem::path file(std::string_view phonePath) const;
+  std::string content(std::string_view phonePath) const;
+  void write(std::string_view phonePath, std::string_view text) const;
+  // The log lines so far, "LEVEL text".
+  std::vector<std::string> log;
+
+ private:
+  TemporaryFolder root_;
+  TemplateArena arena_;
+  long seen_ = 0;
+};
+
+// Runs one request against a handler.
+template <class Handler>
+RecordingResponse serve(Handler& handler, FakeRequest& request) {
+  RecordingResponse response;
+  handler.onRequest(&request, &response);
+  return response;
+}
+template <class Handler>
+RecordingResponse serve(Handler& handler, FakeRequest&& request) {
+  return serve(handler, request);
+}
