@@ -61,7 +61,7 @@ int LoginServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   };
   response->setContentType("text/html");
   if (isLockedOut(request)) {
-    response->print(kLockedOut);
+    response->print("%s", kLockedOut);
     return 1;
   }
   return dispatch(*this, kActions, UnknownAction::kNotFound, request, response);
@@ -118,7 +118,7 @@ int LoginServlet::refuse(HttpRequest* request, HttpResponse* response) {
   if (int* failures = failures_.find(client)) {
     if (++*failures == kAllowedFailures + 1) {
       lockTime_ = osTime();
-      response->print(kLockedOut);
+      response->print("%s", kLockedOut);
       return 1;
     }
   } else {

@@ -52,23 +52,23 @@ IniFile readDefaults(const std::string& path) {
   return IniFile(bytes.value_or(""));
 }
 
-std::string sectionOf(const std::string& name, bool isAccounts) {
-  const auto parts = isAccounts ? parseAccountConfigName(name) : std::nullopt;
-  return parts ? std::string(kAccountSection) + std::to_string(parts->account) : "global";
+void appendValue(std::string& text, std::string_view key, std::string_view value) {
+  text.append(encodeIniKey(key)).append(1, '=').append(encodeIniValue(value)).append(1, '\n');
 }
 
+// Sorted by name, so that the keys of an account follow one another.
 template <class Live>
 std::string serialize(const Live& values, bool isAccounts) {
   std::string text(kFirstLine);
-  std::string open;
+  if (!isAccounts) text += "\n[global]\n";
+  std::optional<int> open;
   for (const auto& [name, value] : values) {
-    const std::string section = sectionOf(name, isAccounts);
-    if (section != open) text += "\n[" + section + "]\n";
-    open = section;
-    text += encodeIniKey(isAccounts ? parseAccountConfigName(name)->key : std::string_view(name));
-    text += '=';
-    text += encodeIniValue(value);
-    text += '\n';
+    const std::optional<AccountKey> parts = isAccounts ? parseAccountConfigName(name) : std::nullopt;
+    if (parts && parts->account != open) {
+      open = parts->account;
+      text.append("\n[").append(kAccountSection).append(std::to_string(*open)).append("]\n");
+    }
+    appendValue(text, parts ? parts->key : std::string_view(name), value);
   }
   return text.append("\n").append(kLastLine);
 }
@@ -168,15 +168,25 @@ int ConfigStore::set(const Values& values) {
 
 int ConfigStore::store(LiveFile& file, const Values& values) {
   if (values.empty()) return 0;
-  Live next = file.values;
-  for (const auto& [name, value] : values) next[name] = value;
-  if (!replaceFile(file.path, serialize(next, file.isAccounts))) {
-    log_log(kLogModule, 3, "configuration: cannot write %s\n", file.path.c_str());
-    return 0;
+  std::vector<std::pair<std::string, std::optional<std::string>>> undo;
+  for (const auto& [name, value] : values) {
+    const auto found = file.values.find(name);
+    undo.emplace_back(name, found != file.values.end() ? std::optional(found->second) : std::nullopt);
+    file.values[name] = value;
   }
-  file.values.swap(next);
-  file.stamp = fileStamp(file.path);
-  return static_cast<int>(values.size());
+  if (replaceFile(file.path, serialize(file.values, file.isAccounts))) {
+    file.stamp = fileStamp(file.path);
+    return static_cast<int>(values.size());
+  }
+  log_log(kLogModule, 3, "configuration: cannot write %s\n", file.path.c_str());
+  for (auto change = undo.rbegin(); change != undo.rend(); ++change) {
+    if (change->second) {
+      file.values[change->first] = std::move(*change->second);
+    } else {
+      file.values.erase(change->first);
+    }
+  }
+  return 0;
 }
 
 }  // namespace simulator

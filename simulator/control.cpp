@@ -52,12 +52,10 @@ ControlReply journal(const Request& request) {
   if (request.method != "GET") return wrongMethod(request);
   const auto since = parseInteger<std::uint64_t>(queryField(request, "since").value_or("0"));
   if (!since) return errorReply(400, "\"since\" is to be a sequence number");
-  ordered_json entries;
-  {
-    const std::lock_guard lock(phone().mutex);
-    entries = phone().journal.json(*since);
-  }
-  return jsonReply(entries);
+  std::unique_lock lock(phone().mutex);
+  const std::vector<JournalEntry> entries = phone().journal.entriesAfter(*since);
+  lock.unlock();
+  return jsonReply(journalJson(entries));
 }
 
 ControlReply state(const Request& request) {
@@ -137,6 +135,13 @@ ControlReply config(const Request& request) {
   return request.method == "PUT" ? writeConfig(request) : wrongMethod(request);
 }
 
+ControlReply reboot(const Request& request) {
+  if (request.method != "POST") return wrongMethod(request);
+  const std::lock_guard lock(phone().mutex);
+  phone().reboot("control");
+  return jsonReply({{"seconds", phone().state.rebootSeconds}});
+}
+
 template <const WebFile& kFile>
 ControlReply file(const Request& request) {
   if (request.method != "GET") return wrongMethod(request);
@@ -154,6 +159,7 @@ constexpr Address kAddresses[] = {
     {"/simulator/journal", journal},
     {"/simulator/state", state},
     {"/simulator/config", config},
+    {"/simulator/reboot", reboot},
 };
 
 ControlReply answer(const std::string& path, const Request& request) {

@@ -57,8 +57,8 @@ std::optional<FileStamp> fileStamp(const std::string& path) {
 }
 
 std::optional<std::string> readFile(const std::string& path) {
-  // Not blocking: opening a named pipe must not wait for its writer.
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  // Opening a named pipe must not wait for its writer; a link may lead out of the tree.
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
   struct stat status;
   if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > kMaxFileSize) {
     return std::nullopt;

@@ -43,12 +43,16 @@ void Journal::clear() {
   textBytes_ = 0;
 }
 
-nlohmann::ordered_json Journal::json(std::uint64_t since) const {
-  auto entries = nlohmann::ordered_json::array();
+std::vector<JournalEntry> Journal::entriesAfter(std::uint64_t since) const {
   const auto first = std::partition_point(entries_.begin(), entries_.end(),
                                           [since](const JournalEntry& entry) { return entry.sequence <= since; });
-  std::transform(first, entries_.end(), std::back_inserter(entries), entryJson);
-  return {{"entries", std::move(entries)}};
+  return {first, entries_.end()};
+}
+
+nlohmann::ordered_json journalJson(const std::vector<JournalEntry>& entries) {
+  auto list = nlohmann::ordered_json::array();
+  std::transform(entries.begin(), entries.end(), std::back_inserter(list), entryJson);
+  return {{"entries", std::move(list)}};
 }
 
 }  // namespace simulator

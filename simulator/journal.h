@@ -5,6 +5,7 @@
 #include <deque>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
+#include <vector>
 
 namespace simulator {
 
@@ -20,14 +21,17 @@ struct JournalEntry {
   std::uint64_t sequence = 0;  // given by the journal
 };
 
+// {"entries":[...]} as the HTTP control shows it.
+nlohmann::ordered_json journalJson(const std::vector<JournalEntry>& entries);
+
 // Keeps the last 10,000 entries, fewer when their texts take more than 16 MiB. Sequence numbers begin at 1 and are
 // never used again. Not safe from several threads at once.
 class Journal {
  public:
   void add(JournalEntry entry);
   void clear();
-  // {"entries":[...]} with the entries after `since`, oldest first.
-  nlohmann::ordered_json json(std::uint64_t since) const;
+  // The entries after `since`, oldest first.
+  std::vector<JournalEntry> entriesAfter(std::uint64_t since) const;
 
  private:
   std::deque<JournalEntry> entries_;

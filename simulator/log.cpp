@@ -16,7 +16,7 @@ using Sink = std::function<void(int module, int level, std::string_view line)>;
 std::mutex sinkMutex;
 std::shared_ptr<const Sink> sink;  // null: standard error
 
-std::string formatted(const char* format, va_list arguments) {
+__attribute__((format(printf, 1, 0))) std::string formatted(const char* format, va_list arguments) {
   va_list again;
   va_copy(again, arguments);
   const int length = std::vsnprintf(nullptr, 0, format, arguments);

@@ -25,7 +25,8 @@ bool rebooting();
 // How often the phone has begun to reboot since start(); a change means that sessions are gone.
 std::uint64_t rebootCount();
 
-// Where log lines go; standard error by default. The line has no line end.
+// Where log lines go; standard error by default ("log MODULE LEVEL text"), which null brings back. The line has no line
+// end. The sink may be called while the phone is locked: it must not call platform/ or control().
 void setLogSink(std::function<void(int module, int level, std::string_view line)> sink);
 
 struct ControlReply {
@@ -34,8 +35,10 @@ struct ControlReply {
   std::string body;
 };
 
-// One request to the HTTP control. `path` begins with "/simulator/"; `query` holds decoded fields. Never throws; safe
-// from any thread and never waits for a page handler.
+// One request to the HTTP control: the page for people at "/simulator/" itself, the JSON addresses "journal", "state",
+// "config" and "reboot" below it. `path` begins with "/simulator/"; `query` holds decoded fields. A request that is not
+// understood is answered with 400, 404 or 405 and {"error":"text"}. Never throws; safe from any thread and never waits
+// for a page handler.
 ControlReply control(const std::string& method, const std::string& path,
                      const std::map<std::string, std::string>& query, const std::string& body);
 

@@ -1,0 +1,290 @@
+#include "host/exchange.h"
+
+#include <array>
+#include <utility>
+
+#include "host/access_log.h"
+#include "host/access_rules.h"
+#include "host/connection_head.h"
+#include "host/http_text.h"
+#include "host/log.h"
+
+namespace host {
+namespace {
+using Clock = std::chrono::steady_clock;
+
+constexpr const char* kHomePage = "/servlet?p=status&q=load";
+// How much of a body that nobody wants is let pass by, so that the client comes to read the answer.
+constexpr std::size_t kMaxPassedBy = 4;  // times the upload limit
+
+Answer redirectAnswer(const char* location) {
+  Answer answer;
+  answer.status = 302;
+  answer.setHeader("Location", location);
+  return answer;
+}
+
+std::string textOf(SpoolBuffer& buffer) {
+  std::string text(buffer.size(), '\0');
+  std::size_t size = 0;
+  while (const std::size_t count = buffer.read(size, text.data() + size, text.size() - size)) size += count;
+  text.resize(size);
+  return text;
+}
+
+MHD_Response* makeResponse(Answer& answer) {
+  if (answer.file) return MHD_create_response_from_fd64(answer.fileSize, answer.file.release());
+  auto* body = new std::string(std::move(answer.body));
+  const auto release = [](void* text) { delete static_cast<std::string*>(text); };
+  return MHD_create_response_from_buffer_with_free_callback_cls(body->size(), body->data(), release, body);
+}
+}  // namespace
+
+ServerCore::ServerCore(PageTable& pages, ServerSettings serverSettings)
+    : settings(std::move(serverSettings)),
+      spoolFolder(std::filesystem::temp_directory_path().string()),
+      files(settings.root / "phone/www/htdocs"),
+      runner(pages, {settings.root, spoolFolder, !settings.tlsKey.empty(), settings.device}) {}
+
+Exchange::Exchange(ServerCore& core, MHD_Connection* connection, const Peer& peer, const char* method)
+    : core_(core), connection_(connection), body_(core.spoolFolder), began_(Clock::now()), lastPiece_(began_) {
+  FieldResult queryError = FieldResult::kOk;
+  head_ = readHead(connection, peer, method, queryError);
+  expectsContinue_ = equalsIgnoreCase(headerOf(connection, "Expect"), "100-continue");
+  if (head_.target.size() > kMaxTarget) {
+    refuse(414);
+  } else if (queryError != FieldResult::kOk || !head_.target.starts_with('/')) {
+    refuse(400);
+  } else {
+    decide();
+  }
+}
+
+MHD_Result Exchange::proceed(const char* data, std::size_t* size) {
+  switch (stage_) {
+    case Stage::kHeaders:
+      return takeHeaders();
+    case Stage::kHeld:
+      stage_ = Stage::kBody;
+      // An answer that did not wait for the body spares the client from sending it.
+      return expectsContinue_ && stream_->hasAnswer() ? send(std::move(answer_)) : MHD_YES;
+    case Stage::kBody:
+      return *size > 0 ? takePiece(data, size) : takeEnd();
+    default:
+      return send(std::move(answer_));
+  }
+}
+
+// --- What is let in
+
+void Exchange::decide() {
+  if (head_.path == "/") route_ = Route::kHome;
+  if (head_.path == "/servlet") route_ = Route::kServlet;
+  if (head_.path.starts_with("/simulator/")) route_ = Route::kSimulator;
+  decideMethod();
+  if (refusal_) return;
+  if (route_ == Route::kSimulator) {
+    decideSimulator();
+  } else if (route_ != Route::kStatic) {
+    if (isForeign(head_) && !isPlainLink(head_)) return refuse(403);
+    const auto& rebooting = core_.settings.device.rebooting;
+    if (rebooting && rebooting()) return refuse(ServletRunner::rebootAnswer(head_.wantsJson));
+  }
+  if (!refusal_) decideBody();
+}
+
+void Exchange::decideMethod() {
+  const bool posts = head_.method == "POST";
+  const bool changes = posts || head_.method == "PUT" || head_.method == "PATCH" || head_.method == "DELETE";
+  if (head_.reads() || (posts && route_ == Route::kServlet) || (changes && route_ == Route::kSimulator)) return;
+  static constexpr std::array<const char*, 4> kAllowed{"GET, HEAD", "GET, HEAD, POST",
+                                                       "GET, HEAD, POST, PUT, PATCH, DELETE", "GET, HEAD"};
+  refuse(405);
+  refusal_->setHeader("Allow", kAllowed[static_cast<std::size_t>(route_)]);
+}
+
+void Exchange::decideSimulator() {
+  if (!core_.settings.simulator) return refuse(404);
+  const bool local = isLoopbackAddress(head_.remoteAddress) && namesLoopback(head_.host);
+  if (!local || (isForeign(head_) && !isTopLevelNavigation(head_))) refuse(403);
+}
+
+void Exchange::decideBody() {
+  if (head_.contentLength > core_.settings.maxUpload) return refuse(413);
+  if (head_.contentLength > kMaxGatheredBody && (route_ != Route::kServlet || isForm())) refuse(413);
+}
+
+// True for a form without files, whose fields are held in memory.
+bool Exchange::isForm() const {
+  return mediaType(head_.contentType.value_or("")) == "application/x-www-form-urlencoded";
+}
+
+void Exchange::refuse(int status) {
+  refuse(errorAnswer(status, head_.wantsJson));
+}
+
+void Exchange::refuse(Answer answer) {
+  refusal_ = std::move(answer);
+  if (stream_) stream_->abort();
+}
+
+// --- The body
+
+MHD_Result Exchange::takeHeaders() {
+  stage_ = Stage::kBody;
+  if (refusal_ && expectsContinue_) return send(std::move(*refusal_));
+  if (refusal_ || head_.contentLength <= kMaxGatheredBody) return MHD_YES;
+  stage_ = Stage::kHeld;
+  stream_ = std::make_shared<BodyStream>(static_cast<Pausable&>(*this));
+  stream_->holdUntilRead();
+  startLongTurn();
+  return MHD_YES;
+}
+
+// Gives the request to the handler while its body is still to come.
+void Exchange::startLongTurn() {
+  body_.setStream(stream_);
+  if (core_.handlers.push(shared_from_this())) return;
+  refuse(503);
+  stream_->answered();
+}
+
+MHD_Result Exchange::takePiece(const char* data, std::size_t* size) {
+  if (refusal_ || (stream_ && stream_->hasAnswer())) return passBy(size);
+  if (stream_) return passOn(data, size);
+  return keepsPace(*size) ? gather({data, std::exchange(*size, 0)}) : MHD_NO;
+}
+
+// A sender that nobody is waiting for has to be quick as well.
+bool Exchange::keepsPace(std::size_t bytes) {
+  const auto now = Clock::now();
+  const auto waited = std::chrono::floor<std::chrono::milliseconds>(now - lastPiece_);
+  lastPiece_ = now;
+  return rate_.add(bytes, waited);
+}
+
+// Lets bytes go by that nobody wants.
+MHD_Result Exchange::passBy(std::size_t* size) {
+  const std::size_t bytes = std::exchange(*size, 0);
+  received_ += bytes;
+  return keepsPace(bytes) && received_ <= kMaxPassedBy * core_.settings.maxUpload ? MHD_YES : MHD_NO;
+}
+
+MHD_Result Exchange::passOn(const char* data, std::size_t* size) {
+  if (stream_->tooSlow()) return MHD_NO;
+  lastPiece_ = Clock::now();
+  const std::size_t taken = stream_->offer({data, *size});
+  *size -= taken;
+  received_ += taken;
+  if (received_ > core_.settings.maxUpload) refuse(413);
+  return MHD_YES;
+}
+
+MHD_Result Exchange::gather(std::string_view piece) {
+  received_ += piece.size();
+  if (received_ <= kMaxGatheredBody) {
+    if (!body_.gathered().append(piece)) refuse(507);
+  } else if (route_ != Route::kServlet || isForm()) {
+    refuse(413);
+  } else {  // a chunked body has turned out to be long
+    body_.gathered().append(piece);
+    head_.contentLength = core_.settings.maxUpload;
+    stream_ = std::make_shared<BodyStream>(static_cast<Pausable&>(*this));
+    startLongTurn();
+  }
+  return MHD_YES;
+}
+
+MHD_Result Exchange::takeEnd() {
+  if (refusal_) return send(std::move(*refusal_));
+  if (stream_) return takeEndOfStream();
+  switch (route_) {
+    case Route::kHome:
+      return send(redirectAnswer(kHomePage));
+    case Route::kStatic:
+      return send(staticAnswer());
+    case Route::kSimulator:
+      return send(simulatorAnswer());
+    default:
+      return waitForTurn();
+  }
+}
+
+MHD_Result Exchange::takeEndOfStream() {
+  if (stream_->tooSlow()) return MHD_NO;
+  stream_->end();
+  if (!stream_->pauseUntilAnswered()) return send(std::move(answer_));
+  stage_ = Stage::kTurn;
+  return MHD_YES;
+}
+
+MHD_Result Exchange::waitForTurn() {
+  stage_ = Stage::kTurn;
+  pause();
+  if (!core_.handlers.push(shared_from_this())) {
+    answer_ = errorAnswer(503, head_.wantsJson);
+    resume();
+  }
+  return MHD_YES;
+}
+
+void Exchange::connectionEnded() {
+  if (stream_) stream_->abort();
+}
+
+// --- The turn
+
+void Exchange::run() {
+  answer_ = core_.stopping ? errorAnswer(503, head_.wantsJson) : core_.runner.run(head_, body_);
+  if (stream_) {
+    stream_->answered();
+  } else {
+    resume();
+  }
+}
+
+void Exchange::cancel() {
+  if (stream_) stream_->abort();
+}
+
+// --- The answer
+
+Answer Exchange::staticAnswer() {
+  auto answer = core_.files.answer(
+      {head_.path, headerOf(connection_, "Accept-Encoding"), headerOf(connection_, "If-None-Match")});
+  return answer ? std::move(*answer) : errorAnswer(404, head_.wantsJson);
+}
+
+Answer Exchange::simulatorAnswer() {
+  std::map<std::string, std::string> query;
+  for (const Fields::Field& field : head_.query.all()) query.emplace(field.name, field.values.front());
+  const std::string method = head_.method == "HEAD" ? "GET" : head_.method;
+  MountReply reply = core_.settings.simulator(method, head_.path, query, textOf(body_.gathered()));
+  Answer answer;
+  answer.status = reply.status;
+  answer.setHeader("Content-Type", std::move(reply.contentType));
+  answer.body = std::move(reply.body);
+  return answer;
+}
+
+MHD_Result Exchange::send(Answer answer) {
+  addCommonHeaders(answer);
+  const int status = answer.status;
+  const std::size_t bytes = answer.size();
+  MHD_Response* response = makeResponse(answer);
+  if (!response) return MHD_NO;
+  for (const Header& header : answer.headers) {
+    if (MHD_add_response_header(response, header.name.c_str(), header.value.c_str()) == MHD_NO) {
+      logLine({"header dropped: ", printable(header.name, 64)});
+    }
+  }
+  const MHD_Result result = MHD_queue_response(connection_, static_cast<unsigned>(status), response);
+  MHD_destroy_response(response);
+  if (core_.settings.accessLog) {
+    const auto duration = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - began_);
+    logLine({accessLine(head_, status, bytes, duration)});
+  }
+  return result;
+}
+
+}  // namespace host

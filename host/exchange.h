@@ -1,0 +1,107 @@
+// One request on its way through the server.
+#pragma once
+
+#include <microhttpd.h>
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "host/answer.h"
+#include "host/body.h"
+#include "host/body_stream.h"
+#include "host/handler_thread.h"
+#include "host/rate_guard.h"
+#include "host/request_head.h"
+#include "host/server.h"
+#include "host/servlet_runner.h"
+#include "host/static_files.h"
+
+namespace host {
+
+// What the exchanges of a server share.
+struct ServerCore {
+  ServerCore(PageTable& pages, ServerSettings serverSettings);
+
+  const ServerSettings settings;
+  const std::string spoolFolder;
+  const StaticFiles files;
+  ServletRunner runner;
+  HandlerThread handlers;
+  std::atomic<bool> stopping = false;
+};
+
+// What the server notes of a connection.
+struct Peer {
+  std::string address;
+  std::string target;  // of the request that has just come in, as received
+};
+
+// Driven by the connection's thread; its turn runs on the handler thread. While a request waits for its turn its
+// connection is suspended, so no client holds a thread.
+class Exchange final : public Job, private Pausable, public std::enable_shared_from_this<Exchange> {
+ public:
+  Exchange(ServerCore& core, MHD_Connection* connection, const Peer& peer, const char* method);
+
+  // A call of libmicrohttpd's access handler: first with the headers, then a piece of the body at a time, last when all
+  // is there; and again after each suspension. MHD_NO drops the connection.
+  MHD_Result proceed(const char* data, std::size_t* size);
+  // The connection is through with the request, or gone.
+  void connectionEnded();
+
+  void run() override;
+  void cancel() override;
+
+ private:
+  enum class Stage {
+    kHeaders,  // nothing decided yet
+    kHeld,     // a long body waits outside until the handler wants it or has answered
+    kBody,
+    kTurn,  // all is received, the handler has it
+  };
+  enum class Route { kStatic, kServlet, kSimulator, kHome };
+
+  void decide();
+  void decideMethod();
+  void decideSimulator();
+  void decideBody();
+  void refuse(int status);
+  void refuse(Answer answer);
+  bool isForm() const;
+
+  MHD_Result takeHeaders();
+  MHD_Result takePiece(const char* data, std::size_t* size);
+  MHD_Result gather(std::string_view piece);
+  MHD_Result passOn(const char* data, std::size_t* size);
+  MHD_Result passBy(std::size_t* size);
+  MHD_Result takeEnd();
+  MHD_Result takeEndOfStream();
+  MHD_Result waitForTurn();
+  void startLongTurn();
+  bool keepsPace(std::size_t bytes);
+
+  Answer simulatorAnswer();
+  Answer staticAnswer();
+  MHD_Result send(Answer answer);
+
+  void pause() override { MHD_suspend_connection(connection_); }
+  void resume() override { MHD_resume_connection(connection_); }
+
+  ServerCore& core_;
+  MHD_Connection* connection_;
+  RequestHead head_;
+  Body body_;
+  std::shared_ptr<BodyStream> stream_;
+  std::optional<Answer> refusal_;  // decided without a handler, sent in place of any other answer
+  Answer answer_;                  // of the handler
+  Route route_ = Route::kStatic;
+  Stage stage_ = Stage::kHeaders;
+  bool expectsContinue_ = false;
+  std::size_t received_ = 0;
+  RateGuard rate_;
+  std::chrono::steady_clock::time_point began_, lastPiece_;
+};
+
+}  // namespace host

@@ -1,0 +1,111 @@
+// phone-web-host: the page handlers' web server with a phone in software behind it.
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "host/log.h"
+#include "host/module.h"
+#include "host/options.h"
+#include "host/page_table.h"
+#include "host/server.h"
+#include "simulator/simulator.h"
+
+namespace {
+namespace fs = std::filesystem;
+
+int endPipe[2];
+
+// Signals stay unblocked, since commands that handlers start inherit the mask.
+void catchEndSignals() {
+  if (::pipe2(endPipe, O_CLOEXEC) != 0) throw std::runtime_error("no pipe for signals");
+  struct sigaction action {};
+  action.sa_handler = [](int) {
+    const int kept = errno;
+    if (::write(endPipe[1], "", 1) < 0) {
+    }  // full: one is enough
+    errno = kept;
+  };
+  ::sigaction(SIGTERM, &action, nullptr);
+  ::sigaction(SIGINT, &action, nullptr);
+  ::signal(SIGPIPE, SIG_IGN);
+}
+
+void waitForEnd() {
+  char byte;
+  while (::read(endPipe[0], &byte, 1) < 0 && errno == EINTR) continue;
+}
+
+std::string readText(const fs::path& file) {
+  if (file.empty()) return {};
+  std::ifstream in(file, std::ios::binary);
+  if (!in) throw std::runtime_error("cannot read " + file.string());
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+host::MountReply control(const std::string& method, const std::string& path,
+                         const std::map<std::string, std::string>& query, const std::string& body) {
+  simulator::ControlReply reply = simulator::control(method, path, query, body);
+  return {reply.status, std::move(reply.contentType), std::move(reply.body)};
+}
+
+host::ServerSettings settingsFor(const host::Options& options, const fs::path& root) {
+  host::ServerSettings settings;
+  settings.root = root;
+  settings.address = options.address;
+  settings.port = options.port;
+  settings.maxUpload = options.maxUpload;
+  settings.accessLog = !options.quiet;
+  settings.tlsCertificate = readText(options.tlsCertificate);
+  settings.tlsKey = readText(options.tlsKey);
+  settings.simulator = control;
+  settings.device = {simulator::rebooting, simulator::rebootCount};
+  return settings;
+}
+
+void serve(const host::Options& options) {
+  catchEndSignals();
+  simulator::prepareRoot(options.root, options.rootfs);
+  const fs::path root = fs::canonical(options.root);
+  simulator::start(root);
+  const host::Module module(options.module);
+  host::PageTable pages(options.pages, [&](const std::string& name) { return module.function(name); });
+  host::Server server(pages, settingsFor(options, root));
+  std::printf("listening on %s\n", server.url().c_str());
+  std::fflush(stdout);
+  waitForEnd();
+  if (!server.stop()) {
+    host::logLine({"a handler did not return; ending without it"});
+    std::_Exit(EXIT_SUCCESS);
+  }
+  pages.destroy();
+}
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    host::Options options;
+    std::string error;
+    const fs::path program = fs::read_symlink("/proc/self/exe");
+    if (!host::parseOptions({argv + 1, argv + argc}, program.parent_path(), options, error)) {
+      std::fprintf(stderr, "phone-web-host: %s\n%s", error.c_str(), host::kUsage);
+      return 2;
+    }
+    if (options.help) {
+      std::fputs(host::kUsage, stdout);
+    } else {
+      serve(options);
+    }
+    return EXIT_SUCCESS;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "phone-web-host: %s\n", error.what());
+    return EXIT_FAILURE;
+  }
+}

@@ -1,0 +1,99 @@
+#include "host/options.h"
+
+#include <charconv>
+#include <functional>
+#include <map>
+#include <string_view>
+
+namespace host {
+namespace {
+namespace fs = std::filesystem;
+
+template <class Number>
+bool parseNumber(std::string_view text, Number& number) {
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size();
+}
+
+// "127.0.0.1:8080" or "[::1]:8080".
+bool parseListen(std::string_view text, Options& options) {
+  const std::size_t colon = text.rfind(':');
+  if (colon == std::string_view::npos || !parseNumber(text.substr(colon + 1), options.port)) return false;
+  std::string_view address = text.substr(0, colon);
+  if (address.starts_with('[') && address.ends_with(']')) address = address.substr(1, address.size() - 2);
+  options.address = address;
+  return !address.empty();
+}
+
+bool parseMebibytes(std::string_view text, std::size_t& bytes) {
+  std::size_t count = 0;
+  if (!parseNumber(text, count) || count == 0 || count > 1024) return false;
+  bytes = count * 1024 * 1024;
+  return true;
+}
+
+// The first of the places that exists, else the first.
+fs::path firstThere(const std::vector<fs::path>& places) {
+  for (const fs::path& place : places) {
+    std::error_code ignored;
+    if (fs::exists(place, ignored)) return place;
+  }
+  return places.front();
+}
+
+void fillDefaults(const fs::path& folder, Options& options) {
+  if (options.rootfs.empty()) options.rootfs = firstThere({folder / "rootfs", folder / "../share/phone-web/rootfs"});
+  if (options.module.empty()) {
+    options.module = firstThere({folder / "libphonepages.so", folder / "../lib/phone-web/libphonepages.so"});
+  }
+  if (options.pages.empty()) options.pages = options.root / "phone/www/WEB-INFO/pages.conf";
+}
+}  // namespace
+
+const char* const kUsage =
+    "Usage: phone-web-host --root DIR --listen ADDRESS:PORT [options]\n"
+    "  --root DIR             the phone's file tree; filled when missing or empty\n"
+    "  --listen ADDRESS:PORT  numeric address (IPv6 in brackets); port 0 picks a free one\n"
+    "  --rootfs PATH          what an empty root is filled from\n"
+    "  --module PATH          the page handlers (libphonepages.so)\n"
+    "  --pages PATH           the page list (DIR/phone/www/WEB-INFO/pages.conf)\n"
+    "  --max-upload MIB       longest request body, 1 to 1024 (64)\n"
+    "  --tls-cert FILE --tls-key FILE\n"
+    "                         serve HTTPS with this certificate and key (PEM)\n"
+    "  --quiet                no line a request\n";
+
+bool parseOptions(const std::vector<std::string>& arguments, const fs::path& programFolder, Options& options,
+                  std::string& error) {
+  using Take = std::function<bool(const std::string&)>;
+  const auto path = [](fs::path& target) -> Take {
+    return [&target](const std::string& text) { return !(target = text).empty(); };
+  };
+  const std::map<std::string_view, Take> takes{
+      {"--root", path(options.root)},
+      {"--rootfs", path(options.rootfs)},
+      {"--module", path(options.module)},
+      {"--pages", path(options.pages)},
+      {"--tls-cert", path(options.tlsCertificate)},
+      {"--tls-key", path(options.tlsKey)},
+      {"--listen", [&](const std::string& text) { return parseListen(text, options); }},
+      {"--max-upload", [&](const std::string& text) { return parseMebibytes(text, options.maxUpload); }}};
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& name = arguments[i];
+    if (name == "--help") return options.help = true;
+    if (name == "--quiet") {
+      options.quiet = true;
+      continue;
+    }
+    const auto take = takes.find(name);
+    if (take == takes.end()) return error = "unknown option " + name, false;
+    if (++i == arguments.size() || !take->second(arguments[i])) return error = "bad value for " + name, false;
+  }
+  if (options.root.empty() || options.address.empty()) return error = "--root and --listen are needed", false;
+  if (options.tlsCertificate.empty() != options.tlsKey.empty()) {
+    return error = "--tls-cert and --tls-key go together", false;
+  }
+  fillDefaults(programFolder, options);
+  return true;
+}
+
+}  // namespace host

@@ -1,0 +1,29 @@
+// The command line.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "host/server.h"
+
+namespace host {
+
+struct Options {
+  std::filesystem::path root, rootfs, module, pages;
+  std::string address;
+  std::uint16_t port = 0;
+  std::size_t maxUpload = kDefaultMaxUpload;
+  std::filesystem::path tlsCertificate, tlsKey;
+  bool quiet = false, help = false;
+};
+
+// Fills what is not given with the defaults that follow from where the program lies. False, with `error` set, when the
+// arguments are wrong.
+bool parseOptions(const std::vector<std::string>& arguments, const std::filesystem::path& programFolder,
+                  Options& options, std::string& error);
+
+extern const char* const kUsage;
+
+}  // namespace host

@@ -1,0 +1,31 @@
+// What the host knows of a request before its body.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "host/fields.h"
+
+namespace host {
+
+struct RequestHead {
+  std::string method;
+  std::string target;  // as received, from the first "/" on
+  std::string path;    // of the target, not decoded
+  Fields query;
+  std::string remoteAddress;
+  std::string host;  // the Host header
+  std::optional<std::string> contentType;
+  std::string sessionId;  // from the cookie; empty when there is none
+  std::string origin, fetchSite, fetchMode, fetchDest;
+  bool wantsJson = false;
+  std::uint64_t contentLength = 0;
+  bool chunked = false;
+
+  // A field of the query; null when absent.
+  const std::string* field(std::string_view name) const { return query.first(name); }
+  bool reads() const { return method == "GET" || method == "HEAD"; }
+};
+
+}  // namespace host

@@ -1,0 +1,84 @@
+#include "host/servlet_runner.h"
+
+#include <exception>
+
+#include "host/log.h"
+#include "host/request.h"
+#include "host/response.h"
+
+namespace host {
+namespace {
+int statusOf(FieldResult error) {
+  return error == FieldResult::kTooLarge ? 413 : 400;
+}
+
+// Lets the page have the request. True when there was an answer, be it an empty one.
+bool runPage(const PageTable& pages, const char* page, const RequestHead& head, Request& request, Response& response) {
+  if (!page) return head.target.find('?') + 1 < head.target.size();  // a command that the filter carried out itself
+  HttpServlet* handler = pages.find(page);
+  if (handler) handler->onRequest(&request, &response);
+  return handler;
+}
+}  // namespace
+
+ServletRunner::ServletRunner(PageTable& pages, Settings settings)
+    : pages_(pages), settings_(std::move(settings)), renderer_(settings_.root) {
+  if (settings_.device.rebootCount) reboots_ = settings_.device.rebootCount();
+}
+
+Answer ServletRunner::rebootAnswer(bool asJson) {
+  Answer answer = errorAnswer(503, asJson);
+  answer.setHeader("Retry-After", "2");
+  return answer;
+}
+
+void ServletRunner::forgetSessionsAfterReboot() {
+  if (!settings_.device.rebootCount) return;
+  const std::uint64_t now = settings_.device.rebootCount();
+  if (now != reboots_) sessions_.clear();
+  reboots_ = now;
+}
+
+Answer ServletRunner::run(const RequestHead& head, Body& body) {
+  try {
+    forgetSessionsAfterReboot();
+    if (settings_.device.rebooting && settings_.device.rebooting()) return rebootAnswer(head.wantsJson);
+    return serve(head, body);
+  } catch (const std::exception& error) {
+    logLine({"request failed: ", error.what()});
+  } catch (...) {
+    logLine({"request failed"});
+  }
+  return errorAnswer(500, head.wantsJson);
+}
+
+Answer ServletRunner::serve(const RequestHead& head, Body& body) {
+  const TemplateArena arena;
+  PageContext context;
+  Request request(head, body, sessions_, context, settings_.root);
+  Response response(renderer_, context, settings_.spoolFolder, head.wantsJson);
+  const char* page = body.readable() ? request.getParameter("p") : nullptr;
+  if (const std::string* named = head.field("p")) page = named->c_str();
+  if (page) context.page = page;
+  if (pages_.filter().onRequest(&request, &response) != 0) {
+    body.open();
+    if (!runPage(pages_, page, head, request, response)) response.sendError(404);
+  }
+  Answer answer = response.finish();
+  if (request.formError() != FieldResult::kOk) answer = errorAnswer(statusOf(request.formError()), head.wantsJson);
+  addSessionCookie(head, context, answer);
+  return answer;
+}
+
+void ServletRunner::addSessionCookie(const RequestHead& head, const PageContext& context, Answer& answer) const {
+  const bool valid = context.session && context.session->valid();
+  const std::string id = valid ? context.session->id() : std::string();
+  const bool ended = context.session && !valid && !head.sessionId.empty();
+  if (id == head.sessionId || (id.empty() && !ended)) return;
+  std::string cookie = std::string(kSessionCookie) + "=" + id + "; Path=/; HttpOnly; SameSite=Strict";
+  if (settings_.secureCookies) cookie += "; Secure";
+  if (ended) cookie += "; Max-Age=0";
+  answer.headers.push_back({"Set-Cookie", std::move(cookie)});
+}
+
+}  // namespace host

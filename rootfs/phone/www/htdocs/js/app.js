@@ -1,0 +1,50 @@
+// What every page does once it has been read: language, visibility, forms. Then it is shown.
+import { prepareForm } from "./form.js";
+import { t, translatePage } from "./i18n.js";
+import { message } from "./message.js";
+import { applyLevels } from "./visibility.js";
+
+const { page, identity = "", showLevel = "" } = document.body.dataset;
+
+function prepareMenu() {
+  const button = document.querySelector(".menu");
+  button?.addEventListener("click", () => {
+    button.setAttribute("aria-expanded", String(document.body.classList.toggle("menu-open")));
+  });
+}
+
+// On a narrow screen a table's rows stand as lists, each cell with its column's name.
+function nameCells() {
+  for (const table of document.querySelectorAll("table")) {
+    const names = [...table.querySelectorAll("thead th")].map((head) => head.textContent);
+    for (const row of table.tBodies[0].rows) [...row.cells].forEach((cell, index) => { cell.dataset.label = names[index]; });
+  }
+}
+
+// A save ends in the page itself, so the page that follows it tells of it; any other page forgets it.
+function confirmSave() {
+  const saved = sessionStorage.getItem("saved");
+  sessionStorage.removeItem("saved");
+  if (saved !== page || document.getElementById("notice")) return;
+  message(t("Saved."));
+  // A page shown as the answer to the save itself is not to be posted again by a reload.
+  if (location.search.includes("q=write")) history.replaceState(null, "", location.href.replace("q=write", "q=load"));
+}
+
+try {
+  translatePage(document.documentElement);
+  prepareMenu();
+  nameCells();
+  if (page !== "login") {
+    const allowed = applyLevels({ page, identity, showLevel });
+    for (const form of document.querySelectorAll("form[method=post]")) prepareForm(form);
+    confirmSave();
+    if (!allowed) {
+      for (const part of document.querySelectorAll("main > .card, main > form, main > .lead")) part.hidden = true;
+      message(t("This page is not open to your user level."), "warning");
+    }
+  }
+  document.title = `${document.title} – ${t("Desk phone")}`;
+} finally {
+  document.documentElement.classList.remove("starting");
+}

@@ -1,0 +1,183 @@
+// What every settings form does: fitting inputs, errors at the field, a warning before changes are lost, save and ask.
+//
+//   data-value      on a select's group of radios: the stored value        data-current  the option of the stored value
+//   data-when       "FIELD=a,b": shown while FIELD has one of the values   data-check    checks of checks.js, "required"
+//   data-same-network, data-not-below: relations of checks.js to other fields
+// A field that is not shown is not posted, and the phone leaves its setting alone.
+import { checks, relations } from "./checks.js";
+import { t } from "./i18n.js";
+import { message } from "./message.js";
+
+const secretMask = "********";
+const typingPause = 700;  // milliseconds before an error shows in a field that is being typed into
+
+const controls = (form) => [...form.elements].filter((control) => control.name && control.type !== "hidden" && control.type !== "submit");
+
+function isChanged(control) {
+  if (control.disabled) return false;
+  if (control.type === "checkbox" || control.type === "radio") return control.checked !== control.defaultChecked;
+  if (control.options) return [...control.options].some((option) => option.selected !== option.defaultSelected);
+  return control.value !== control.defaultValue;
+}
+
+export const hasChanges = (form) => controls(form).some(isChanged);
+
+// Marks the stored value as the form's default, so that a reset brings it back. A value that is none of the choices
+// keeps the option it came with.
+function prepareChoices(form) {
+  for (const current of form.querySelectorAll("option[data-current]")) {
+    const option = [...current.parentElement.options].find((other) => other !== current && other.value === current.value);
+    if (!option) continue;
+    const select = current.parentElement;
+    const untouched = current.selected;
+    current.remove();
+    option.defaultSelected = true;
+    if (untouched) select.value = option.value;
+  }
+  for (const group of form.querySelectorAll("[data-value]")) {
+    const radios = [...group.querySelectorAll("input[type=radio]")];
+    const stored = radios.find((radio) => radio.value === group.dataset.value) ??
+      radios.find((radio) => radio.value === group.dataset.otherwise);
+    if (stored) stored.defaultChecked = true;
+  }
+  for (const number of form.querySelectorAll("input[type=number]")) if (!number.value) number.defaultValue = "";
+}
+
+function valueOf(form, name) {
+  const field = form.elements[name];
+  const box = field instanceof RadioNodeList ? [...field].find((one) => one.type === "checkbox") : null;
+  if (box) return box.checked ? box.value : "0";
+  return field?.value ?? "";
+}
+
+// Shows what belongs to the chosen mode and takes what is not shown out of the form.
+function applyModes(form) {
+  for (const element of form.querySelectorAll("[data-when]")) {
+    const [name, values] = element.dataset.when.split("=");
+    element.classList.toggle("unused", !values.split(",").includes(valueOf(form, name)));
+  }
+  for (const control of form.elements) {
+    if (control.name && control.type !== "submit") control.disabled = control.closest("[hidden], .unused") !== null;
+  }
+  // A switch posts "1" itself when it is on, and its hidden twin posts "0" when it is off.
+  for (const box of form.querySelectorAll("input[role=switch]")) {
+    const twin = [...form.elements[box.name]].find((other) => other.type === "hidden");
+    twin.disabled = box.disabled || box.checked;
+  }
+}
+
+function numberError(input) {
+  const { min, max, validity } = input;
+  if (!validity.badInput && !validity.rangeUnderflow && !validity.rangeOverflow && !validity.stepMismatch) return "";
+  return t("Enter a whole number from %1 to %2.", min, max);
+}
+
+function errorOf(input, form) {
+  const names = (input.dataset.check ?? "").split(" ").filter(Boolean);
+  if (input.type === "number" && numberError(input)) return numberError(input);
+  if (!input.value) return names.includes("required") ? t("This field must be filled in.") : "";
+  if (input.type === "password" && input.value !== secretMask && input.value.includes(secretMask)) {
+    return t("Type the whole password.");
+  }
+  for (const name of names) {
+    const error = checks[name]?.(input.value);
+    if (error) return error;
+  }
+  for (const [name, relation] of Object.entries(relations)) {
+    const error = name in input.dataset ? relation(input, form.elements, input.dataset[name]) : "";
+    if (error) return error;
+  }
+  return "";
+}
+
+// Shows the field's error, or takes it away; true when the field is right.
+function check(input, form) {
+  const error = input.disabled ? "" : errorOf(input, form);
+  const line = document.getElementById(`${input.id}-error`);
+  line.textContent = error;
+  if (error) input.setAttribute("aria-invalid", "true");
+  else input.removeAttribute("aria-invalid");
+  return !error;
+}
+
+const checkedInputs = (form) => controls(form).filter((control) => control.matches("input:not([type=radio], [type=checkbox])"));
+
+function describe(form) {
+  for (const field of form.querySelectorAll(".field")) {
+    const target = field.getAttribute("role") === "radiogroup" ? field : field.querySelector("input, select, textarea");
+    const name = target.id || target.querySelector("input").name;
+    const help = field.querySelector(".help");
+    const error = document.createElement("p");
+    error.className = "error";
+    error.id = `${name}-error`;
+    field.append(error);
+    if (help) help.id = `${name}-help`;
+    target.setAttribute("aria-describedby", help ? `${help.id} ${error.id}` : error.id);
+    if (target.dataset.check?.split(" ").includes("required")) target.setAttribute("aria-required", "true");
+  }
+}
+
+function checkWhileTyping(form) {
+  let pause;
+  form.addEventListener("input", ({ target }) => {
+    clearTimeout(pause);
+    if (!checkedInputs(form).includes(target)) return;
+    const again = () => check(target, form);
+    if (target.hasAttribute("aria-invalid")) again();
+    else pause = setTimeout(again, typingPause);
+  });
+  form.addEventListener("change", ({ target }) => {
+    applyModes(form);
+    // Fields stand in relation to each other: those that show an error are looked at again.
+    for (const input of checkedInputs(form)) if (input === target || input.hasAttribute("aria-invalid")) check(input, form);
+  });
+  form.addEventListener("reset", () => setTimeout(() => {
+    applyModes(form);
+    for (const input of checkedInputs(form)) check(input, form);
+    message("");
+  }));
+}
+
+// A stored password shows as its mask; the first key replaces it as a whole.
+function prepareSecrets(form) {
+  for (const input of form.querySelectorAll("input[type=password]")) {
+    input.addEventListener("focus", () => setTimeout(() => input.select()));
+  }
+}
+
+function prepareSaving(form) {
+  const dialog = form.querySelector("dialog");
+  dialog?.querySelector("[data-close]").addEventListener("click", () => dialog.close());
+  let leaving = false;
+  form.addEventListener("submit", (event) => {
+    const wrong = checkedInputs(form).filter((input) => !check(input, form));
+    if (wrong.length || (dialog && !dialog.open)) {
+      event.preventDefault();
+      if (wrong.length) {
+        dialog?.close();
+        message(t("Not saved: please correct the marked fields."), "error");
+        wrong[0].focus();
+      } else {
+        dialog.showModal();
+      }
+      return;
+    }
+    leaving = true;
+    sessionStorage.setItem("saved", document.body.dataset.page);
+  });
+  window.addEventListener("beforeunload", (event) => {
+    if (!leaving && hasChanges(form)) event.preventDefault();
+  });
+}
+
+export function prepareForm(form) {
+  form.noValidate = true;
+  prepareChoices(form);
+  describe(form);
+  applyModes(form);
+  checkWhileTyping(form);
+  prepareSecrets(form);
+  prepareSaving(form);
+  const anything = [...form.querySelectorAll(".field")].some((field) => !field.closest("[hidden]"));
+  form.querySelector(".bar").hidden = !anything;
+}

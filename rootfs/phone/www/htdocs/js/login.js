@@ -1,0 +1,39 @@
+// Logs in without leaving the form, so that a refusal, the lock-out included, is shown in the page's own words.
+import { showValue, t } from "./i18n.js";
+
+const form = document.querySelector("form");
+const { username, pwd, jumpto } = form.elements;
+const notice = document.getElementById("notice");
+const caps = document.getElementById("caps");
+
+if (username.value) pwd.focus();
+
+function refuse(text) {
+  showValue(notice, text);
+  pwd.value = "";
+  pwd.focus();
+}
+
+async function logIn() {
+  const response = await fetch(form.action, {
+    method: "POST", headers: { Accept: "application/json" }, body: new URLSearchParams(new FormData(form)),
+  });
+  if (response.redirected) {
+    location.replace(response.url);
+    return;
+  }
+  const answer = await response.text();
+  const isForm = response.headers.get("Content-Type")?.startsWith("application/json");
+  refuse(isForm ? JSON.parse(answer).variables.notice : answer);
+}
+
+form.addEventListener("submit", (event) => {
+  // A command that waits for the login is to run once only, so the browser follows the redirect itself.
+  if (jumpto.value === "URI") return;
+  event.preventDefault();
+  logIn().catch(() => refuse(t("The phone does not answer. Please try again.")));
+});
+
+pwd.addEventListener("keyup", (event) => {
+  caps.textContent = event.getModifierState("CapsLock") ? t("Caps Lock is on.") : "";
+});

@@ -1,0 +1,62 @@
+// The notice page. Its label is "timer$page$message": setInterval waits for the phone to come back and then opens the
+// page, setTimeout shows the message and goes back. The page "notice" is the one that was open before.
+import { showValue, t } from "./i18n.js";
+import { ask, SessionEnded } from "./poll.js";
+
+const readSeconds = 4;       // how long a message stays before the page goes back
+const askSeconds = 2;        // between two looks whether the phone is back
+const patienceSeconds = 180; // a phone that takes longer may have got another address
+
+const notice = document.getElementById("notice");
+const link = document.getElementById("notice-link");
+const progress = document.getElementById("notice-progress");
+const [timer, page, ...rest] = notice.dataset.notice.split("$");
+
+function addressOf(name) {
+  const entry = document.querySelector(`#navigation [data-page="${CSS.escape(name)}"]`);
+  return entry?.getAttribute("href") ?? `/servlet?p=${encodeURIComponent(name)}&q=load`;
+}
+
+const goBack = () => page === "notice" ? history.back() : location.replace(addressOf(page));
+
+const wait = (seconds) => new Promise((done) => setTimeout(done, seconds * 1000));
+
+// The phone forgets its sessions when it restarts: it is back when it asks for a login, or when it answers again after
+// it had been away.
+async function isBack(state) {
+  try {
+    await ask(addressOf(page), "application/json");
+    return state.wasAway;
+  } catch (error) {
+    if (error instanceof SessionEnded) return true;
+    state.wasAway = true;
+    return false;
+  }
+}
+
+async function waitForPhone() {
+  notice.querySelector(".spinner").hidden = false;
+  link.textContent = t("Open the page now");
+  const state = { wasAway: false };
+  const begin = Date.now();
+  do {
+    await wait(askSeconds);
+    const seconds = Math.round((Date.now() - begin) / 1000);
+    progress.textContent = seconds < patienceSeconds
+      ? t("Waiting for the phone: %1 s", seconds)
+      : t("The phone has not come back yet. It may have another address now: its screen shows it.");
+  } while (!await isBack(state));
+  location.replace(addressOf(page));
+}
+
+const text = document.getElementById("notice-text");
+text.dataset.text = "";
+showValue(text, rest.join("$"));
+if (page !== "notice") link.href = addressOf(page);
+else if (history.length > 1) link.addEventListener("click", (event) => { event.preventDefault(); history.back(); });
+
+if (timer === "setInterval") {
+  waitForPhone();
+} else {
+  wait(readSeconds).then(() => { if (page !== "notice" || history.length > 1) goBack(); });
+}

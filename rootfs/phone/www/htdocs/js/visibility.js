@@ -1,0 +1,60 @@
+// Shows and hides tabs and settings by the level of who is logged in. Presentation only: the phone's pages answer
+// whoever is logged in.
+//
+// ShowLevel is "tab=code&tab=code$setting=code&setting=code"; without "$" it holds settings alone. Codes: "0" admin,
+// "1" admin and var, "2" everyone, "3" nobody. A setting without a code, or with another one, is shown to admin only:
+// hiding too much is noticed and mended, showing too much is not.
+const ranks = new Map([["admin", 0], ["var", 1]]);
+
+const codes = (list) => new Map(list.split("&").map((entry) => {
+  const end = entry.indexOf("=");
+  return [entry.slice(0, end), entry.slice(end + 1)];
+}));
+
+// {tabs, items}: maps from key to code; tabs is null when the page says nothing about tabs.
+export function parseLevels(text) {
+  const end = text.indexOf("$");
+  return { tabs: end < 0 ? null : codes(text.slice(0, end)), items: codes(text.slice(end + 1)) };
+}
+
+export function maySee(identity, code) {
+  if (code === "3") return false;
+  const needed = code === "1" || code === "2" ? Number(code) : 0;
+  return (ranks.get(identity) ?? 2) <= needed;
+}
+
+// A page speaks of the tabs of its own section only; those of the others are shown.
+function applyToNavigation(page, identity, tabs) {
+  const own = document.querySelector(`#navigation [data-page="${CSS.escape(page)}"]`);
+  if (!own) return true;
+  const section = own.closest(".sections > li");
+  section.classList.add("current");
+  section.querySelector("a").setAttribute("aria-current", "true");
+  own.setAttribute("aria-current", "page");
+  if (!tabs) return true;
+  const visible = [...section.querySelectorAll("[data-page]")].filter((tab) => {
+    const shown = !tab.dataset.tab || maySee(identity, tabs.get(tab.dataset.tab));
+    tab.parentElement.hidden = !shown;
+    return shown;
+  });
+  section.hidden = visible.length === 0;
+  if (visible.length) section.querySelector("a").href = visible[0].href;
+  return visible.includes(own);
+}
+
+function applyToSettings(identity, items) {
+  for (const element of document.querySelectorAll("[data-level]")) {
+    if (!maySee(identity, items.get(element.dataset.level))) element.hidden = true;
+  }
+  for (const group of document.querySelectorAll(".card")) {
+    const parts = [...group.querySelectorAll(".field, dl, table")];
+    if (parts.length && parts.every((part) => part.closest("[hidden]"))) group.hidden = true;
+  }
+}
+
+// Returns false when the user may not see the page itself.
+export function applyLevels({ page, identity, showLevel }) {
+  const { tabs, items } = parseLevels(showLevel);
+  applyToSettings(identity, items);
+  return applyToNavigation(page, identity, tabs);
+}

@@ -1,0 +1,179 @@
+// What the phone does on messages and calls.
+#include <thread>
+
+#include "platform/config_parser.h"
+#include "platform/expansion_module.h"
+#include "platform/log.h"
+#include "platform/network.h"
+#include "platform/os_services.h"
+#include "platform/shared_text.h"
+#include "tests/simulator/simulator_test.h"
+
+namespace {
+
+using BehaviourTest = PhoneTest;
+using Lines = std::vector<std::string>;
+
+void changed(int area, int detail = 0) {
+  msgBroadpostThreadMsg(0x10007, area, detail);
+}
+
+TEST_F(BehaviourTest, AnswersAsAHealthyPhone) {
+  for (const char* name : {"app_hostapp", "app_dispsvc", "app_sipClient0", "app_sipClient15", "app_pcapServer",
+                           "autoServer", "smGui", "bluetooththread"}) {
+    EXPECT_NE(msgGetThreadByName(name), nullptr) << name;
+  }
+  for (const char* name : {"", "app_sipClient16", "app_hostap"}) EXPECT_EQ(msgGetThreadByName(name), nullptr) << name;
+  EXPECT_EQ(msgGetThreadByName(nullptr), nullptr);
+  EXPECT_EQ(msgSendMsgToThread(nullptr, 1, 0, 0) + msgPostMsgToThread(nullptr, 1, 0, 0), -2);
+  EXPECT_EQ(ask("app_hostapp", 0x30007), 1);
+  EXPECT_EQ(ask("autoServer", 0xa0001) + ask("smGui", 0xb0001) + ask("app_hostapp", 0x12345), 0);
+  const std::pair<int, int> registrations[] = {{0, 2}, {1, 0}, {15, 0}, {16, 6}, {-1, 6}};
+  for (const auto& [account, status] : registrations)
+    EXPECT_EQ(ask("app_hostapp", 0x30006, account), status) << account;
+  setState(R"({"answers":{"app_hostapp 0x30006":5,"app_hostapp 0x30007":-1,"smGui 0xb0001":1}})");
+  EXPECT_EQ(ask("app_hostapp", 0x30006, 99), 5);
+  EXPECT_EQ(ask("app_hostapp", 0x30007), kMessageNoAnswer);
+  EXPECT_EQ(ask("smGui", 0xb0001), 1);
+  setState(R"({"answers":{"app_hostapp 0x30006":null}})");
+  EXPECT_EQ(ask("app_hostapp", 0x30006, 99), 6);
+}
+
+TEST_F(BehaviourTest, ASavedAccountRegistersAgain) {
+  struct Case {
+    const char *enabled, *host, *user;
+    int status;
+  };
+  const Case cases[] = {
+      {"1", "sip.example.com", "1001", 2}, {"1", "", "1001", 3}, {"1", "h", "", 4}, {"0", "h", "u", 0}};
+  for (const Case& c : cases) {
+    setConfig("AccountEnable", 3, c.enabled);
+    setConfig("AccountSIPServerHost", 3, c.host);
+    setConfig("AccountUserName", 3, c.user);
+    changed(3, 3);
+    EXPECT_EQ(ask("app_hostapp", 0x30006, 3), c.status);
+  }
+  setConfig("AccountEnable", 4, "1");
+  setConfig("AccountUserName", 4, "u");
+  write("/config/user/voip/sipAccount4.cfg", "[sipserver2]\nserver=backup.example.com\n");
+  setState(R"({"registration":[1]})");
+  changed(3, 4);
+  changed(3, 16);
+  changed(3, -1);
+  EXPECT_EQ(state()["registration"], nlohmann::json({1, 0, 0, 0, 2}));
+}
+
+TEST_F(BehaviourTest, StaticAddressesCountOnceTheNetworkIsUp) {
+  const auto address = [] {
+    char text[64];
+    netGetLocalIPv4(text, sizeof text);
+    return std::string(text);
+  };
+  setConfig("NetworkWanType", "2");
+  setConfig("NetworkWanStaticIp", "198.51.100.7");
+  EXPECT_EQ(address(), "192.0.2.46");
+  changed(9);
+  EXPECT_EQ(address(), "198.51.100.7");
+  setState(R"({"network":{"localIPv4":"203.0.113.9"}})");
+  changed(9);
+  EXPECT_EQ(address(), "203.0.113.9");
+  EXPECT_EQ(messages(), (Lines{"broadcast 0x10007 9 0", "broadcast 0x10007 9 0"}));
+  EXPECT_EQ(simulator::rebootCount(), 0);
+}
+
+TEST_F(BehaviourTest, Reboots) {
+  MessageThread* phone = msgGetThreadByName("app_hostapp");
+  msgPostMsgToThread(phone, 0x10101, 2, 0);
+  EXPECT_EQ(messages(), (Lines{"post app_hostapp 0x10101 2 0", "system reboot app_hostapp 0x10101"}));
+  EXPECT_EQ(simulator::rebootCount(), 0);
+  setState(R"({"rebootSeconds":1,"talking":true,"registration":[3]})");
+  msgPostMsgToThread(phone, 0x10101, 2, 0);
+  EXPECT_TRUE(simulator::rebooting());
+  changed(9);
+  osShell("reboot");
+  EXPECT_EQ(simulator::rebootCount(), 3);
+  EXPECT_EQ(messages(),
+            (Lines{"post app_hostapp 0x10101 2 0", "system reboot app_hostapp 0x10101", "broadcast 0x10007 9 0",
+                   "system reboot network settings", "system shell reboot", "system reboot shell"}));
+  EXPECT_EQ(ask("app_hostapp", 0x30007) * 10 + ask("app_hostapp", 0x30006), 12);
+  std::this_thread::sleep_for(std::chrono::milliseconds(1100));
+  EXPECT_FALSE(simulator::rebooting());
+  EXPECT_EQ(state()["rebootSeconds"], 1);
+}
+
+TEST_F(BehaviourTest, ShellCommandsRunInTheRoot) {
+  EXPECT_EQ(
+      osShell("pwd > tmp/where; which ps >> tmp/where; command -v sed > tmp/sed; killall x; ip link set eth0 down"), 0);
+  const std::string root = std::filesystem::canonical(file("/").parent_path()).string();
+  EXPECT_EQ(content("/tmp/where"), root + "\n" + root + "/bin/ps\n");
+  EXPECT_EQ(content("/tmp/sed"), "/usr/bin/sed\n");
+  const std::pair<const char*, int> commands[] = {
+      {"exit 3", 3}, {"kill -9 $$", -1}, {"no-such-command 2>/dev/null", 127}, {"", 0}};
+  for (const auto& [command, status] : commands) EXPECT_EQ(osShell(command), status) << command;
+  EXPECT_EQ(osShell(std::string("a\0b", 3)), -1);
+  EXPECT_EQ(messages()[1], "system shell exit 3");
+}
+
+TEST_F(BehaviourTest, ExpansionModules) {
+  EXPECT_EQ(expansionOpen("/dev/exp0"), -1);
+  EXPECT_EQ(ask("app_hostapp", 0x3000e), 0);
+  setState(R"({"expansionModules":[{"type":0,"hardware":"1.2","firmware":"f"},{"type":2}]})");
+  EXPECT_EQ(ask("app_hostapp", 0x3000e), 0x11);
+  EXPECT_EQ(expansionOpen("/dev/exp1"), -1);
+  const int handle = expansionOpen("/dev/exp0");
+  ASSERT_GE(handle, 0);
+  ExpansionRequest record{};
+  char text[128] = "old";
+  EXPECT_EQ(expansionControl(handle, kExpansionCount, &record, nullptr), 0);
+  EXPECT_EQ(record.result, 2);
+  record.textLength = 127;
+  EXPECT_EQ(expansionControl(handle, kExpansionHardwareVersion, &record, text), 0);
+  EXPECT_STREQ(text, "1.2");
+  record.module = 1;
+  EXPECT_EQ(expansionControl(handle, kExpansionSelect, &record, nullptr), 0);
+  EXPECT_EQ(expansionControl(handle, kExpansionType, &record, nullptr), 0);
+  EXPECT_EQ(record.result, 2);
+  EXPECT_EQ(expansionControl(handle, kExpansionFirmwareVersion, &record, nullptr), -1);
+  EXPECT_EQ(expansionControl(handle, 0x1234, &record, text), -1);
+  record.module = 2;
+  EXPECT_EQ(expansionControl(handle, kExpansionType, &record, nullptr), -1);
+  expansionClose(handle);
+  EXPECT_EQ(expansionControl(handle, kExpansionCount, &record, nullptr), -1);
+}
+
+TEST_F(BehaviourTest, LogLinesCannotBeForged) {
+  log.clear();
+  log_log(2, 4, "%s\n", "a\nlog 2 3 forged\r\x1b[2J\x7f\xc2\x85\xc3\xbc");
+  log_log(2, 6, "%s", std::string(5000, 'x').c_str());
+  log_log(2, 3, "\n");
+  EXPECT_EQ(log,
+            (Lines{"4 a\\x0alog 2 3 forged\\x0d\\x1b[2J\\x7f\\xc2\\x85\xc3\xbc", "6 " + std::string(5000, 'x'), "3 "}));
+}
+
+TEST_F(BehaviourTest, SharedTextsKeepTheirFirstSize) {
+  std::size_t capacity = 0;
+  EXPECT_EQ(sharedTextGet("romTranStat", 0, &capacity), nullptr);
+  char* text = sharedTextGet("romTranStat", 32, &capacity);
+  EXPECT_EQ(sharedTextGet("romTranStat", 64, &capacity), text);
+  EXPECT_EQ(capacity, 32);
+  EXPECT_STREQ(text, "");
+}
+
+TEST_F(BehaviourTest, ControlWorksBesideAHandler) {
+  std::thread other([] {
+    for (int i = 0; i < 300; ++i) {
+      control("PATCH", "state", R"({"talking":true})");
+      control("PUT", "config", R"({"global":{"A":")" + std::to_string(i) + R"("}})");
+      control("GET", "journal");
+    }
+  });
+  for (int i = 0; i < 300; ++i) {
+    configParser_SetConfigString("B", std::to_string(i).c_str());
+    ask("app_hostapp", 0x30006);
+    osShell("true");
+  }
+  other.join();
+  EXPECT_EQ(config("A") + config("B"), "299299");
+}
+
+}  // namespace

@@ -1,0 +1,66 @@
+// Every text that a template, a script or a handler can show is in every language, and no language holds others.
+import assert from "node:assert/strict";
+import { readFileSync } from "node:fs";
+import test from "node:test";
+import { handlers, languages, parts, scripts, templates } from "./sources.mjs";
+
+const tidy = (text) => text.trim().replace(/\s+/g, " ");
+const marked = ["placeholder", "title", "aria-label", "alt"];
+
+function* templateTexts({ text }) {
+  for (const part of parts(text)) {
+    if (part.tag) {
+      for (const key of marked) if (key in part.attributes) yield part.attributes[key];
+    } else if (!part.parents.some(({ attributes }) => attributes.translate === "no" || "data-text" in attributes)) {
+      yield part.text;
+    }
+  }
+}
+
+const cLiteral = (text) => text.replace(/\\(.)/g, (escape, sign) => ({ n: "\n", t: "\t" })[sign] ?? sign);
+const scriptTexts = ({ text }) => [...text.matchAll(/\bt\("((?:[^"\\]|\\.)*)"/g)].map(([, literal]) => cLiteral(literal));
+
+// What handlers can show is listed beside this file, one text a line; "Account%d" stands for "Account" and a number.
+const phoneTexts = readFileSync(new URL("phone_texts.txt", import.meta.url), "utf8").split("\n").filter((line) => line && !line.startsWith("#"));
+
+// Sentences among the literals of the handlers, log lines and compile-time checks left out.
+function* sentences({ text }) {
+  const code = text.replace(/^\s*(\/\/|#).*$/gm, "").replace(/\b(log_log|static_assert)\((?:"(?:[^"\\]|\\.)*"|[^;"])*;/g, "");
+  for (const [run] of code.matchAll(/"(?:[^"\\\n]|\\.)*"(?:\s*"(?:[^"\\\n]|\\.)*")*/g)) {
+    const literal = [...run.matchAll(/"((?:[^"\\\n]|\\.)*)"/g)].map(([, piece]) => cLiteral(piece)).join("");
+    yield { literal: tidy(literal), isSentence: /[a-z]{2}[ ,.!]+[A-Za-z]{2}/.test(literal) && !/[/=<>|%]/.test(literal) };
+  }
+}
+
+const literals = handlers.flatMap((file) => [...sentences(file)].map((found) => ({ ...found, file: file.name })));
+const shown = new Set([...templates.flatMap((file) => [...templateTexts(file)]), ...scripts.flatMap(scriptTexts), ...phoneTexts].map(tidy));
+// Names and abbreviations that are the same in every language.
+const same = new Set(["IPv4", "IPv6", "IPv4 & IPv6", "DHCP", "PPPoE", "UDP", "TCP", "TLS", "DNS SRV", "STUN", "ACD"]);
+
+test("every sentence in a handler is listed as a text it can show, and every listed text is in a handler", () => {
+  const listed = new Set(phoneTexts);
+  const unlisted = literals.filter(({ literal, isSentence }) => isSentence && !listed.has(literal));
+  assert.deepEqual(unlisted.map(({ file, literal }) => `${file}: ${literal}`), []);
+  const known = new Set(literals.map(({ literal }) => literal));
+  assert.deepEqual(phoneTexts.filter((text) => !known.has(text) && !known.has(text.replace("%d", ""))), []);
+});
+
+test("the languages are English, German and one that runs from right to left", () => {
+  assert.deepEqual(languages.map(({ name, code, direction }) => [name, code, direction]),
+    [["Arabic", "ar", "rtl"], ["English", "en", "ltr"], ["German", "de", "ltr"]]);
+});
+
+for (const { name, texts } of languages) {
+  test(`${name} is complete and holds nothing else`, () => {
+    const missing = [...shown].filter((text) => !(text in texts) && !same.has(text));
+    if (name !== "English") assert.deepEqual(missing, []);  // English texts are the keys
+    assert.deepEqual(Object.keys(texts).filter((text) => !shown.has(text)), []);
+    for (const [text, translation] of Object.entries(texts)) {
+      const marks = (value) => (value.match(/%[1-9d]/g) ?? []).sort();
+      assert.ok(translation.trim(), text);
+      assert.deepEqual(marks(translation), marks(text), text);
+    }
+  });
+}
+
+if (process.argv.includes("--list")) console.log([...shown].filter((text) => !same.has(text)).join("\n"));
