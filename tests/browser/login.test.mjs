@@ -9,6 +9,7 @@ after(() => phone?.stop());
 test("a wrong password is refused in words, and the form keeps the name only", async () => {
   const page = await phone.open();
   await phone.go(page, "p=status&q=load");
+  await page.waitForFunction(() => document.activeElement.id === "username");
   await page.fill("#username", "admin");
   await page.fill("#pwd", "not-the-password");
   await page.click("button[type=submit]");

@@ -92,6 +92,17 @@ test("the phone's language is the page's", async () => {
   phone.assertNoProblems();
 });
 
+test("without its language file a page works in English", async () => {
+  await phone.configure({ LanguageWebLang: "German" });
+  const page = await phone.open();
+  await page.route("**/language/*", (route) => route.abort());
+  await phone.go(page, pages.network);
+  await phone.logIn(page, "admin", "admin");
+  assert.equal(await page.textContent("h1"), "Network");
+  await phone.configure({ LanguageWebLang: "English" });
+  phone.assertNoProblems("net::");
+});
+
 test("hostile text stays text", async () => {
   const hostile = `"'><img src=x onerror=alert(1)><script>alert(2)</script>{{User}} &amp; Saved.`;
   const short = `"><img src=x onerror=alert(3)>`;

@@ -107,7 +107,11 @@ export async function axe(page) {
 
 export async function screenshot(page, name) {
   mkdirSync(screenshots, { recursive: true });
-  await page.screenshot({ path: join(screenshots, `${name}.png`), fullPage: true });
+  const size = page.viewportSize();
+  const height = await page.evaluate(() => document.documentElement.scrollHeight);
+  await page.setViewportSize({ width: size.width, height: Math.max(size.height, height) });
+  await page.screenshot({ path: join(screenshots, `${name}.png`) });
+  await page.setViewportSize(size);
 }
 
 export const overflow = (page) => page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);

@@ -41,13 +41,13 @@ test("new parts of the page appear", async () => {
 test("the reader stops and resumes it", async () => {
   const requests = [];
   page.on("request", (request) => requests.push(request.url()));
-  const live = page.getByRole("button", { name: "Live" });
-  await live.click();
+  await page.getByRole("button", { name: "Pause" }).click();
+  await page.getByText("Paused").waitFor();
   await page.waitForTimeout(300);
   requests.length = 0;
   await page.waitForTimeout(5000);
   assert.deepEqual(requests, []);
-  await page.getByRole("button", { name: "Paused" }).click();
+  await page.getByRole("button", { name: "Resume" }).click();
   await page.waitForTimeout(1000);
   assert.ok(requests.length > 0);
   phone.assertNoProblems();

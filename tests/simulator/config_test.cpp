@@ -89,7 +89,7 @@ TEST_F(ConfigFileTest, KeepsRandomBytes) {
     std::string texts[2];
     for (std::string& text : texts) {
       text.resize(random() % 40 + 1);
-      for (char& c : text) c = static_cast<char>(random() % 4 == 0 ? " \\:=;\n[]\""[random() % 9] : random() % 255 + 1);
+      for (char& c : text) c = random() % 4 == 0 ? " \\:=;\n[]\""[random() % 9] : static_cast<char>(random() % 255 + 1);
     }
     expected[texts[0]] = texts[1];
     EXPECT_EQ(set(texts[0], texts[1]), 1);

@@ -28,7 +28,7 @@ function* sentences({ text }) {
   const code = text.replace(/^\s*(\/\/|#).*$/gm, "").replace(/\b(log_log|static_assert)\((?:"(?:[^"\\]|\\.)*"|[^;"])*;/g, "");
   for (const [run] of code.matchAll(/"(?:[^"\\\n]|\\.)*"(?:\s*"(?:[^"\\\n]|\\.)*")*/g)) {
     const literal = [...run.matchAll(/"((?:[^"\\\n]|\\.)*)"/g)].map(([, piece]) => cLiteral(piece)).join("");
-    yield { literal: tidy(literal), isSentence: /[a-z]{2}[ ,.!]+[A-Za-z]{2}/.test(literal) && !/[/=<>|%]/.test(literal) };
+    yield { literal: tidy(literal), isSentence: /[a-z]{2}[ ,.!]+[A-Za-z]{2}/.test(literal) && !/[/=<>|]|%[^d]/.test(literal) };
   }
 }
 

@@ -6,7 +6,7 @@ const { username, pwd, jumpto } = form.elements;
 const notice = document.getElementById("notice");
 const caps = document.getElementById("caps");
 
-if (username.value) pwd.focus();
+(username.value ? pwd : username).focus();  // the page was not seen yet when the browser looked for "autofocus"
 
 function refuse(text) {
   showValue(notice, text);
@@ -31,7 +31,11 @@ form.addEventListener("submit", (event) => {
   // A command that waits for the login is to run once only, so the browser follows the redirect itself.
   if (jumpto.value === "URI") return;
   event.preventDefault();
-  logIn().catch(() => refuse(t("The phone does not answer. Please try again.")));
+  const button = form.querySelector("button");
+  button.disabled = true;
+  logIn()
+    .catch(() => refuse(t("The phone does not answer. Please try again.")))
+    .finally(() => { button.disabled = false; });
 });
 
 pwd.addEventListener("keyup", (event) => {

@@ -37,6 +37,7 @@ function show(variables) {
 }
 
 const live = document.getElementById("live");
+const pause = document.getElementById("pause");
 
 function setState(state, text) {
   live.dataset.state = state;
@@ -51,10 +52,11 @@ async function refresh() {
       return;
     }
     show(variables);
-    setState("on", t("Live"));
+    if (live.dataset.state === "away") setState("on", t("Live"));
     message("");
   } catch (error) {
     if (error instanceof SessionEnded) location.reload();
+    if (live.dataset.state === "paused") return;
     setState("away", t("Away"));
     message(t("The phone does not answer. The page goes on when it is back."), "warning");
   }
@@ -62,11 +64,11 @@ async function refresh() {
 
 const questions = poll(refreshSeconds, refresh);
 setState("on", t("Live"));
-live.hidden = false;
-live.addEventListener("click", () => {
-  const on = live.getAttribute("aria-pressed") !== "true";
-  live.setAttribute("aria-pressed", String(on));
-  setState(on ? "on" : "paused", on ? t("Live") : t("Paused"));
-  if (on) questions.resume();
+live.parentElement.hidden = false;
+pause.addEventListener("click", () => {
+  const paused = live.dataset.state === "paused";
+  setState(paused ? "on" : "paused", paused ? t("Live") : t("Paused"));
+  pause.textContent = paused ? t("Pause") : t("Resume");
+  if (paused) questions.resume();
   else questions.pause();
 });

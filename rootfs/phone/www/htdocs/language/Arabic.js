@@ -59,6 +59,8 @@ window.phoneLanguage = {
 
     // Status
     "Live": "مباشر",
+    "Pause": "إيقاف مؤقت",
+    "Resume": "متابعة",
     "Paused": "متوقف مؤقتًا",
     "Away": "غير متاح",
     "Version": "الإصدار",

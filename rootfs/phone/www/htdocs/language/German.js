@@ -59,6 +59,8 @@ window.phoneLanguage = {
 
     // Status
     "Live": "Aktuell",
+    "Pause": "Anhalten",
+    "Resume": "Fortsetzen",
     "Paused": "Angehalten",
     "Away": "Nicht erreichbar",
     "Version": "Version",

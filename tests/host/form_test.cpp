@@ -1,0 +1,146 @@
+// Forms and uploads, whole and broken.
+#include <gtest/gtest.h>
+
+#include "host/form_reader.h"
+#include "tests/host/host_test.h"
+
+namespace host {
+namespace {
+
+class Recorder final : public PartSink {
+ public:
+  void beginPart(const PartHead& head) override {
+    text += "<" + head.name + (head.isFile ? "@" + head.fileName : "") + ">";
+  }
+  void partData(std::string_view bytes) override { text += bytes; }
+  void endPart() override { text += "</>"; }
+  std::string text;
+};
+
+std::string part(const std::string& parameters, const std::string& value) {
+  return "--B\r\nContent-Disposition: form-data; " + parameters + "\r\n\r\n" + value + "\r\n";
+}
+
+// What a reader makes of the body when it comes in pieces of `size` bytes, and "!" when it was not whole.
+std::string readInPieces(std::string_view body, std::size_t size) {
+  Recorder recorder;
+  MultipartReader reader("B", recorder);
+  for (std::size_t at = 0; at < body.size(); at += size) reader.feed(body.substr(at, size));
+  return recorder.text + (reader.complete() ? "" : "!");
+}
+
+TEST(MultipartReader, ReadsTheSameHoweverTheBodyIsCut) {
+  const std::string body =
+      "preamble\r\n" + part("name=\"a\"", "1") + part("name=\"b\"", "") +
+      part("name=\"f\"; filename=\"x;\\\"y.bin\"", "\r\n--BX\r\n--B-\r\n--") +
+      "--B \t\r\nContent-Type: text/plain\r\nCONTENT-DISPOSITION: form-data; filename=\"\"; name=c\r\n"
+      "\r\nv\r\n--B--\r\nepilogue --B\r\n";
+  const std::string expected = "<a>1</><b></><f@x;\"y.bin>\r\n--BX\r\n--B-\r\n--</><c@>v</>";
+  for (std::size_t size = 1; size <= body.size(); ++size) ASSERT_EQ(readInPieces(body, size), expected) << size;
+}
+
+TEST(MultipartReader, KeepsWhatWasComplete) {
+  const std::string a = part("name=\"a\"", "1");
+  const struct {
+    std::string body, expected;
+  } kCases[] = {
+      {"", "!"},
+      {"no boundary at all", "!"},
+      {a, "<a>!"},  // what may be the beginning of a boundary is held back
+      {a + "--B", "<a>1!"},
+      {a + "--B--", "<a>1</>"},
+      {a + part("name=\"b\"", "cut").substr(0, 50), "<a>1</><b>!"},
+      {a + "--B\r\nno colon\r\n\r\nlost\r\n" + a + "--B--", "<a>1</><a>1</>"},
+      {a + part("filename=\"x\"", "nameless") + "--B--", "<a>1</>"},
+      {a + "--B\r\nContent-Disposition: attachment; name=\"z\"\r\n\r\nz\r\n--B--", "<a>1</>"},
+      {a + "--B\r\n" + std::string(9000, 'h') + "\r\n\r\nx\r\n--B--", "<a>1</>!"},
+      {a + "--B\r\n\r\nheadless\r\n--B--", "<a>1</>"},
+  };
+  for (const auto& row : kCases) {
+    for (std::size_t size : {1U, 7U, 100'000U})
+      EXPECT_EQ(readInPieces(row.body, size), row.expected) << row.body.substr(0, 99);
+  }
+  Recorder recorder;
+  EXPECT_FALSE(MultipartReader("", recorder).feed(a));
+  EXPECT_FALSE(MultipartReader(std::string(300, 'b'), recorder).feed(a));
+}
+
+// A gathered body with a form in it.
+struct Form {
+  explicit Form(const std::string& content, const std::string& type = "multipart/form-data; boundary=B; charset=utf-8")
+      : body("/tmp"), uploads(root.path()), reader(type, body, uploads) {
+    body.gathered().append(content);
+  }
+  host_test::LogCapture log;
+  host_test::TempFolder root;
+  Body body;
+  UploadFiles uploads;
+  FormReader reader;
+};
+
+TEST(FormReader, StoresFilesBelowTheRoot) {
+  Form form(part("name=\"f\"; filename=\"my logo.png\"", std::string(200'000, 'x')) + part("name=\"after\"", "y") +
+            part("name=\"none\"; filename=\"\"", "") + "--B--");
+  // A look at a text field before the pattern is known costs nothing.
+  EXPECT_EQ(*form.reader.fields().first("after"), "y");
+  EXPECT_EQ(form.reader.fieldsWithFiles().first("f"), nullptr);
+  form.uploads.setPattern("/tmp/logofile_XXXXXX");
+  const Fields& fields = form.reader.fieldsWithFiles();
+  ASSERT_EQ(fields.all().size(), 2U);  // a file field without a chosen file is absent
+  const auto& values = fields.all()[0].values;
+  EXPECT_EQ(values[0].substr(0, 14), "/tmp/logofile_");
+  EXPECT_EQ(values[1], "my logo.png");
+  EXPECT_EQ(form.root.read(values[0].substr(1)), std::string(200'000, 'x'));
+  EXPECT_EQ(form.log.text(), "");
+}
+
+TEST(FormReader, RemovesWhatNobodyTook) {
+  Form form(part("name=\"f\"; filename=\"a\"", "1") + part("name=\"g\"; filename=\"b\"", "2") +
+            part("name=\"h\"; filename=\"c\"", "cut off"));
+  {
+    UploadFiles uploads(form.root.path());
+    uploads.setPattern("/tmp/up_XXXXXX");
+    FormReader reader("multipart/form-data; boundary=B", form.body, uploads);
+    ASSERT_EQ(reader.fields().all().size(), 2U);
+    EXPECT_EQ(form.root.list("tmp").size(), 2U);  // the one that was cut off is gone at once
+    std::filesystem::rename(form.root.path() / reader.fields().first("f")->substr(1), form.root.path() / "tmp/taken");
+  }
+  EXPECT_EQ(form.root.list("tmp"), std::vector<std::string>{"taken"});
+  EXPECT_EQ(form.log.text(), "a form was cut off or is broken: what was complete counts\n");
+}
+
+TEST(FormReader, RefusesPatternsOutsideTheRoot) {
+  for (const char* pattern :
+       {"tmp/x_XXXXXX", "/../x_XXXXXX", "/tmp/../../x_XXXXXX", "/tmp/x", "", "/missing/x_XXXXXX"}) {
+    Form form(part("name=\"f\"; filename=\"a\"", "1") + "--B--");
+    form.uploads.setPattern(pattern);
+    EXPECT_EQ(form.reader.fieldsWithFiles().first("f"), nullptr) << pattern;
+    EXPECT_NE(form.log.text(), "") << pattern;
+  }
+}
+
+TEST(FormReader, CountsABadFormAsEmpty) {
+  const std::string nul("x\0y", 3);
+  const struct {
+    std::string body, type;
+    FieldResult error;
+  } kCases[] = {
+      {part("name=\"a\"", "1") + part("name=\"b\"", nul) + "--B--", "multipart/form-data; boundary=B",
+       FieldResult::kNul},
+      {part("name=\"a\"", "1") + part("name=\"" + nul + "\"", "") + "--B--", "multipart/form-data; boundary=B",
+       FieldResult::kNul},
+      {part("name=\"a\"", std::string(1024 * 1024, 'x')) + "--B--", "multipart/form-data; boundary=B",
+       FieldResult::kTooLarge},
+      {"a=1&b=%00", "application/x-www-form-urlencoded", FieldResult::kNul},
+      {"a=1&b=" + nul, "Application/X-WWW-Form-Urlencoded; charset=utf-8", FieldResult::kNul},
+  };
+  for (const auto& row : kCases) {
+    Form form(row.body, row.type);
+    EXPECT_TRUE(form.reader.fields().empty()) << row.body.substr(0, 99);
+    EXPECT_EQ(form.reader.error(), row.error);
+  }
+  EXPECT_TRUE(Form("a=1", "text/xml").reader.fields().empty());
+}
+
+}  // namespace
+}  // namespace host

@@ -1,0 +1,184 @@
+#include "tests/host/host_test.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <stdlib.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
+#include "host/log.h"
+
+namespace host_test {
+namespace fs = std::filesystem;
+
+LogCapture::LogCapture() {
+  host::setLogSink([this](std::string_view line) {
+    const std::lock_guard lock(mutex_);
+    text_ += std::string(line) + "\n";
+  });
+}
+LogCapture::~LogCapture() {
+  host::setLogSink(nullptr);
+}
+
+std::string LogCapture::text() const {
+  const std::lock_guard lock(mutex_);
+  return text_;
+}
+
+TempFolder::TempFolder() {
+  std::string name = (fs::temp_directory_path() / "host_test_XXXXXX").string();
+  path_ = fs::canonical(::mkdtemp(name.data()));
+}
+TempFolder::~TempFolder() {
+  fs::remove_all(path_);
+}
+
+void TempFolder::write(const std::string& file, std::string_view content) const {
+  fs::create_directories((path_ / file).parent_path());
+  std::ofstream(path_ / file, std::ios::binary) << content;
+}
+
+std::string TempFolder::read(const std::string& file) const {
+  std::ifstream in(path_ / file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::vector<std::string> TempFolder::list(const std::string& folder) const {
+  std::vector<std::string> names;
+  if (!fs::exists(path_ / folder)) return names;
+  for (const auto& entry : fs::directory_iterator(path_ / folder)) names.push_back(entry.path().filename());
+  return names;
+}
+
+std::string Reply::header(const std::string& name) const {
+  const auto at = headers.find(name);
+  return at == headers.end() ? "" : at->second;
+}
+
+Client::Client(std::uint16_t port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(port);
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  const timeval patience{30, 0};
+  ::setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+  if (::connect(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) close();
+}
+Client::~Client() {
+  close();
+}
+
+void Client::close() {
+  if (socket_ >= 0) ::close(socket_);
+  socket_ = -1;
+}
+
+bool Client::send(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    if (count <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+bool Client::fill() {
+  char piece[65536];
+  const ssize_t count = ::recv(socket_, piece, sizeof piece, 0);
+  if (count <= 0) return false;
+  buffer_.append(piece, static_cast<std::size_t>(count));
+  return true;
+}
+
+Reply Client::receive(bool hasBody) {
+  Reply reply;
+  std::size_t end;
+  while ((end = buffer_.find("\r\n\r\n")) == std::string::npos) {
+    if (!fill()) return reply;
+  }
+  std::string head = buffer_.substr(0, end + 2);
+  buffer_.erase(0, end + 4);
+  reply.status = static_cast<int>(std::strtol(head.c_str() + head.find(' '), nullptr, 10));
+  for (std::size_t at = head.find("\r\n") + 2; at < head.size();) {
+    const std::size_t lineEnd = head.find("\r\n", at), colon = head.find(':', at);
+    std::string name = head.substr(at, colon - at);
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char c) { return static_cast<char>(tolower(c)); });
+    reply.headers.emplace(name, head.substr(colon + 2, lineEnd - colon - 2));
+    at = lineEnd + 2;
+  }
+  if (reply.status == 100) return receive(hasBody);
+  const std::size_t length = hasBody ? std::strtoul(reply.header("content-length").c_str(), nullptr, 10) : 0;
+  while (buffer_.size() < length && fill()) continue;
+  reply.body = buffer_.substr(0, length);
+  buffer_.erase(0, length);
+  return reply;
+}
+
+Behaviour& behaviour() {
+  static Behaviour instance;
+  return instance;
+}
+
+namespace {
+class TestFilter final : public HttpListener {
+  int onRequest(HttpRequest* request, HttpResponse* response) override {
+    return behaviour().filter ? behaviour().filter(request, response) : 1;
+  }
+};
+
+class TestPage final : public HttpServlet {
+  int onRequest(HttpRequest* request, HttpResponse* response) override {
+    return behaviour().page ? behaviour().page(request, response) : 0;
+  }
+  int destory() override { return ++behaviour().destroyed; }
+};
+
+HttpListener* makeFilter() {
+  static TestFilter filter;
+  return &filter;
+}
+HttpServlet* makePage() {
+  static TestPage page;
+  return &page;
+}
+}  // namespace
+
+ServerTest::ServerTest() {
+  behaviour() = {};
+  root_.write("pages.conf", "# pages\nany = createAnyServlet\ngone = createGoneServlet\n");
+  root_.write("phone/www/htdocs/js/app.js", "let a = 1;\n");
+  root_.write("tmp/keep", "");
+}
+
+void ServerTest::start(host::ServerSettings settings) {
+  pages_ = std::make_unique<host::PageTable>(root_.path() / "pages.conf", [](const std::string& name) -> void* {
+    if (name == "createLoginListener") return reinterpret_cast<void*>(&makeFilter);
+    return name == "createAnyServlet" ? reinterpret_cast<void*>(&makePage) : nullptr;
+  });
+  settings.root = root_.path();
+  server_ = std::make_unique<host::Server>(*pages_, std::move(settings));
+}
+
+std::string ServerTest::head(const std::string& method, const std::string& target, const std::string& headers) {
+  return method + " " + target + " HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(server_->port()) + "\r\n" + headers +
+         "\r\n";
+}
+
+Reply ServerTest::get(const std::string& target, const std::string& headers) {
+  if (!server_) start();
+  return Client(server_->port()).ask(head("GET", target, headers));
+}
+
+Reply ServerTest::post(const std::string& target, const std::string& headers, std::string_view body) {
+  if (!server_) start();
+  const std::string length = "Content-Length: " + std::to_string(body.size()) + "\r\n";
+  return Client(server_->port()).ask(head("POST", target, headers + length) + std::string(body));
+}
+
+}  // namespace host_test
