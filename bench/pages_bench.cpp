@@ -5,10 +5,32 @@
 
 #include "host/spool_buffer.h"
 #include "host/template_renderer.h"
+#include "servlet/account_adv_servlet.h"
+#include "servlet/account_basic_servlet.h"
+#include "servlet/account_codec_servlet.h"
 #include "servlet/account_register_servlet.h"
+#include "servlet/contacts_multicast_ip_servlet.h"
 #include "servlet/features_acd_servlet.h"
+#include "servlet/features_actionurl_servlet.h"
+#include "servlet/features_audio_servlet.h"
+#include "servlet/features_bluetooth_servlet.h"
+#include "servlet/features_callpickup_servlet.h"
+#include "servlet/features_forward_servlet.h"
+#include "servlet/features_general_servlet.h"
+#include "servlet/features_intercom_servlet.h"
+#include "servlet/features_phonelock_servlet.h"
+#include "servlet/features_remote_contrl_servlet.h"
+#include "servlet/features_transfer_servlet.h"
+#include "servlet/hidden_servlet.h"
 #include "servlet/network_pcport_servlet.h"
 #include "servlet/network_servlet.h"
+#include "servlet/security_servlet.h"
+#include "servlet/settings_areacode_servlet.h"
+#include "servlet/settings_auto_provision_servlet.h"
+#include "servlet/settings_ring_servlet.h"
+#include "servlet/settings_tones_servlet.h"
+#include "servlet/settings_tr069_servlet.h"
+#include "servlet/settings_voice_servlet.h"
 #include "servlet/status_servlet.h"
 #include "simulator/simulator.h"
 #include "tests/support/phone_test.h"
@@ -125,8 +147,31 @@ int main(int argc, char** argv) {
   add<FeaturesACDServlet>("features-acd", {}, "ACDAutoAvailableTime");
   add<NetworkServlet>("network", {}, "NetworkPppoeUser");
   add<NetworkPCPortServlet>("network-pcport", {}, "NetworkLanRouterIP");
-  add<AccountRegisterServlet>("account-register", {{"acc", "0"}, {"var_accountID", "0"}}, "AccountLabel");
+  const Fields kAccount{{"acc", "0"}, {"var_accountID", "0"}};
+  add<AccountRegisterServlet>("account-register", kAccount, "AccountLabel");
   add<StatusServlet>("status", {}, nullptr);
+  add<FeaturesForwardServlet>("features-forward", {}, "BusyForwardTarget");
+  add<FeaturesGeneralServlet>("features-general", {}, "HotlineNumber");
+  add<FeaturesAudioServlet>("features-audio", {}, "RingerDevice");
+  add<FeaturesIntercomServlet>("features-intercom", {}, "IntercomToneSwitch");
+  add<FeaturesTransferServlet>("features-transfer", {}, "TransferModeViaDsskey");
+  add<FeaturesCallpickupServlet>("features-callpickup", {}, "GPickupCode");
+  add<FeaturesRemoteContrlServlet>("features-remotecontrl", {}, "PushXMLServerIP");
+  add<FeaturesPhonelockServlet>("features-phonelock", {}, "LockTimeout");
+  add<FeaturesActionurlServlet>("features-actionurl", {}, "AUMute");
+  add<FeaturesBluetoothServlet>("features-bluetooth", {}, "BluetoothSwitch");
+  add<AccountBasicServlet>("account-basic", kAccount, "AccountProxyRequire");
+  add<AccountCodecServlet>("account-codec", kAccount, nullptr);
+  add<AccountAdvServlet>("account-adv", kAccount, "AccountPtime");
+  add<SettingsRingServlet>("settings-ring", {}, "Text");
+  add<SettingsVoiceServlet>("settings-voice", {{"JitterType", "1"}}, "JitterMin");
+  add<SettingsTonesServlet>("settings-tones", {}, "ToneDial");
+  add<SettingsAreacodeServlet>("settings-areacode", {}, "AreaCode");
+  add<SettingsAutoProvisionServlet>("settings-autop", {{"now", "false"}}, "AutoProvisionUser");
+  add<SettingsTr069Servlet>("settings-tr069", {}, "TR069ServerURL");
+  add<ContactsMulticastIPServlet>("contacts-multicastIP", {}, "ListenAddress1Label");
+  add<SecurityServlet>("security", {}, nullptr);
+  add<HiddenServlet>("hidden", {}, "HeadsetSend");
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

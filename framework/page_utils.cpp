@@ -100,7 +100,7 @@ bool CommandShell(const char* command) {
 }
 
 void sysReboot(int delay) {
-  msgPostMsgToThread(msgGetThreadByName(kPhoneApplication), kReboot, delay < 0 ? kDefaultRebootDelay : delay, 0);
+  postMessage(kPhoneApplication, kReboot, delay < 0 ? kDefaultRebootDelay : delay);
 }
 
 int GetAccountMax() {

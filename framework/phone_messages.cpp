@@ -6,8 +6,12 @@ void broadcastConfigChanged(ConfigArea area, int detail) {
   msgBroadpostThreadMsg(kConfigChanged, static_cast<int>(area), detail);
 }
 
+void postMessage(const char* thread, unsigned message, int wParam, int lParam) {
+  msgPostMsgToThread(msgGetThreadByName(thread), message, wParam, lParam);
+}
+
 void postConfigChanged(ConfigArea area, int detail) {
-  msgPostMsgToThread(msgGetThreadByName(kPhoneApplication), kConfigChanged, static_cast<int>(area), detail);
+  postMessage(kPhoneApplication, kConfigChanged, static_cast<int>(area), detail);
 }
 
 int queryRegistrationState(int account) {

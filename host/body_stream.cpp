@@ -6,6 +6,7 @@
 namespace host {
 
 void BodyStream::pauseLocked() {
+  if (paused_) return;
   paused_ = true;
   connection_.pause();
 }
@@ -25,10 +26,8 @@ std::size_t BodyStream::offer(std::string_view piece) {
   const std::lock_guard lock(mutex_);
   if (answered_ || ended_) return piece.size();
   const std::size_t count = std::min(piece.size(), kCapacity - (bytes_.size() - taken_));
-  if (count == 0) {
-    pauseLocked();
-    return 0;
-  }
+  // What is not taken at once is offered again only after a pause.
+  if (count < piece.size()) pauseLocked();
   if (taken_ > kCapacity) {
     bytes_.erase(0, taken_);
     taken_ = 0;

@@ -31,7 +31,7 @@ class BodyStream {
 
   // Connection's side.
   void holdUntilRead();                       // pauses until the handler first reads or has answered
-  std::size_t offer(std::string_view piece);  // the bytes taken; 0 when paused
+  std::size_t offer(std::string_view piece);  // the bytes taken; pauses when they are not all
   void end();                                 // the body is whole
   void abort();                               // the client has gone, or the host stops: ends the handler's wait
   bool pauseUntilAnswered();                  // false when there is an answer already

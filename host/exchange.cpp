@@ -24,6 +24,13 @@ Answer redirectAnswer(const char* location) {
   return answer;
 }
 
+// What is too long for memory goes to the phone's own folder for such things.
+std::string makeSpoolFolder(const std::filesystem::path& root) {
+  std::error_code ignored;
+  std::filesystem::create_directories(root / "tmp", ignored);
+  return (root / "tmp").string();
+}
+
 std::string textOf(SpoolBuffer& buffer) {
   std::string text(buffer.size(), '\0');
   std::size_t size = 0;
@@ -42,7 +49,7 @@ MHD_Response* makeResponse(Answer& answer) {
 
 ServerCore::ServerCore(PageTable& pages, ServerSettings serverSettings)
     : settings(std::move(serverSettings)),
-      spoolFolder(std::filesystem::temp_directory_path().string()),
+      spoolFolder(makeSpoolFolder(settings.root)),
       files(settings.root / "phone/www/htdocs"),
       runner(pages, {settings.root, spoolFolder, !settings.tlsKey.empty(), settings.device}) {}
 
@@ -150,6 +157,7 @@ void Exchange::startLongTurn() {
 }
 
 MHD_Result Exchange::takePiece(const char* data, std::size_t* size) {
+  if (stream_ && stream_->tooSlow()) return MHD_NO;
   if (refusal_ || (stream_ && stream_->hasAnswer())) return passBy(size);
   if (stream_) return passOn(data, size);
   return keepsPace(*size) ? gather({data, std::exchange(*size, 0)}) : MHD_NO;
@@ -171,7 +179,6 @@ MHD_Result Exchange::passBy(std::size_t* size) {
 }
 
 MHD_Result Exchange::passOn(const char* data, std::size_t* size) {
-  if (stream_->tooSlow()) return MHD_NO;
   lastPiece_ = Clock::now();
   const std::size_t taken = stream_->offer({data, *size});
   *size -= taken;

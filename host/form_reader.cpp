@@ -111,6 +111,7 @@ void FormReader::parseMultipartBody() {
     offset += count;
     sound = sound && error_ == FieldResult::kOk && reader.feed({piece.data(), count});
   }
+  consumed_ = !body_.rewindable();
   if (reader.complete()) return;
   collector.dropPart();
   logLine({"a form was cut off or is broken: what was complete counts"});

@@ -27,7 +27,7 @@ class FormReader {
   const Fields& fieldsWithFiles();
   FieldResult error() const { return error_; }
   // True when a parse used up the bytes of a stream.
-  bool consumedStream() const { return parsed_ && body_.stream(); }
+  bool consumedStream() const { return consumed_; }
 
  private:
   friend class FormCollector;
@@ -43,6 +43,7 @@ class FormReader {
   Fields retired_;  // of an earlier parse: handlers may still hold their texts
   FieldResult error_ = FieldResult::kOk;
   bool parsed_ = false;
+  bool consumed_ = false;
   bool filesLeftOut_ = false;
 };
 

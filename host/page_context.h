@@ -13,6 +13,7 @@ struct PageContext {
   std::string phoneType;
   std::string page;                  // the value of p
   std::shared_ptr<Session> session;  // of the browser; null when it has none
+  bool sessionEnded = false;         // by the request, which has had no new one since
 
   // Who is logged in; empty when nobody is.
   std::string user() const {

@@ -49,7 +49,10 @@ int Request::getContentLength() {
 }
 
 HttpSession* Request::getSession(int create) {
-  if (context_.session && !context_.session->valid()) context_.session = nullptr;
+  if (context_.session && !context_.session->valid()) {
+    context_.session = nullptr;
+    context_.sessionEnded = true;
+  }
   if (!context_.session && create) context_.session = sessions_.create(std::chrono::steady_clock::now());
   if (held_.empty() || held_.back() != context_.session) held_.push_back(context_.session);
   return context_.session.get();

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdarg>
+#include <cstdio>
 #include <cstring>
 #include <stdexcept>
 #include <thread>
@@ -131,7 +133,7 @@ void requestEnded(void*, MHD_Connection*, void** context, MHD_RequestTermination
   *context = nullptr;
 }
 
-void libraryLog(void*, const char* format, va_list arguments) {
+__attribute__((format(printf, 2, 0))) void libraryLog(void*, const char* format, va_list arguments) {
   std::array<char, 512> text;
   std::vsnprintf(text.data(), text.size(), format, arguments);
   std::string_view line = text.data();

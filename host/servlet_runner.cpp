@@ -14,7 +14,7 @@ int statusOf(FieldResult error) {
 
 // Lets the page have the request. True when there was an answer, be it an empty one.
 bool runPage(const PageTable& pages, const char* page, const RequestHead& head, Request& request, Response& response) {
-  if (!page) return head.target.find('?') + 1 < head.target.size();  // a command that the filter carried out itself
+  if (!page) return head.target.size() > head.path.size() + 1;  // a command that the filter carried out itself
   HttpServlet* handler = pages.find(page);
   if (handler) handler->onRequest(&request, &response);
   return handler;
@@ -73,11 +73,11 @@ Answer ServletRunner::serve(const RequestHead& head, Body& body) {
 void ServletRunner::addSessionCookie(const RequestHead& head, const PageContext& context, Answer& answer) const {
   const bool valid = context.session && context.session->valid();
   const std::string id = valid ? context.session->id() : std::string();
-  const bool ended = context.session && !valid && !head.sessionId.empty();
-  if (id == head.sessionId || (id.empty() && !ended)) return;
+  const bool ended = (context.session && !valid) || context.sessionEnded;
+  if (id == head.sessionId || (id.empty() && (!ended || head.sessionId.empty()))) return;
   std::string cookie = std::string(kSessionCookie) + "=" + id + "; Path=/; HttpOnly; SameSite=Strict";
   if (settings_.secureCookies) cookie += "; Secure";
-  if (ended) cookie += "; Max-Age=0";
+  if (id.empty()) cookie += "; Max-Age=0";
   answer.headers.push_back({"Set-Cookie", std::move(cookie)});
 }
 

@@ -6,6 +6,9 @@
 // The current value; empty when the key has none or is null.
 std::string configParser_GetConfigString(const char* key);
 
+// The same as a decimal number, 0 when it is none.
+int configParser_GetConfigInt(const char* key);
+
 // Stores a value, byte for byte and on disk before it returns. Non-zero when the stored value changed, 0 when it was
 // already equal or an argument is null.
 int configParser_SetConfigString(const char* key, const char* value);

@@ -16,3 +16,6 @@ void osSleep(int milliseconds);
 
 // The wall clock, in seconds since the epoch.
 std::time_t osTime();
+
+// Writes a line to the system log at a priority of <syslog.h>. The text is taken as it is, never as a format.
+void osSyslog(int priority, const char* text);

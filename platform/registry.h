@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 // One section of an ini file, held in memory from registryOpen() to registryFlush(). Values come back byte for byte
 // as they were stored. The caller owns the handle; closing it without a flush drops what was set.
@@ -27,3 +28,6 @@ enum class RegistryFile {
 // Opens a section of the file at the phone's path `file`; a section that does not exist yet is empty. Null when the
 // file cannot be opened.
 std::unique_ptr<ETL_SubClass> registryOpen(const char* file, const char* section, RegistryFile mode);
+
+// The names of the file's sections, in its order. False when the file cannot be read.
+bool registrySections(const char* file, std::vector<std::string>& names);

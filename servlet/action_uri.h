@@ -10,8 +10,12 @@
 // empty when it is no Action URI.
 std::string_view getURIType(std::string_view query);
 
-// Carries out an Action URI of a trusted client. 1 when it was handled, 0 when it was refused (the answer says why).
+// Carries out an Action URI of a trusted client. 1 when it was handled, 0 when it was refused or failed (the answer
+// says why).
 int proccessActionURI(HttpRequest* request, HttpResponse* response, std::string_view type, const std::string& query);
 
-// Shows an XML document that a push server sent, in a form field or in the body. False when it was refused.
-bool ProcessPushXml(HttpRequest* request, bool fromField);
+// Writes the command to the system log, when the configured level is above 2. `address` may be null.
+void ActionURISyslog(const std::string& action, const char* address);
+
+// Appends "&RIP=" and the address. A null argument is logged and changes nothing.
+void AddIPtoURI(std::string* command, const char* address);

@@ -17,6 +17,7 @@
 #include "platform/web_debug.h"
 #include "servlet/action_uri.h"
 #include "servlet/page_names.h"
+#include "servlet/push_xml.h"
 #include "servlet/session_login.h"
 
 namespace {

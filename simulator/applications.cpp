@@ -1,7 +1,11 @@
 #include "simulator/applications.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
+
+#include "simulator/exported_config.h"
+#include "simulator/files.h"
 
 namespace simulator {
 namespace {
@@ -15,16 +19,21 @@ constexpr std::string_view kNames[] = {
 
 enum Message : unsigned {
   kConfigChanged = 0x10007,
+  kServerChanged = 0x1000b,
   kReboot = 0x10101,
   kRegistrationState = 0x30006,
   kIdle = 0x30007,
   kExpansionModules = 0x3000e,
+  kExportConfig = 0x3001f,
+  kProvisioningState = 0xa0001,
   kMakeCall = 0xa0002,
+  kProvisionNow = 0xb0001,
 };
 
 constexpr int kAccountArea = 3;
 constexpr int kNetworkArea = 9;
 constexpr int kHeadsetAdapter = 2;
+constexpr std::chrono::seconds kProvisioningTime{3};
 
 std::string messageName(const JournalEntry& message) {
   char number[16];
@@ -50,6 +59,14 @@ int expansionModules(const Phone& phone, const JournalEntry&) {
   return static_cast<int>(count) | (first->type == 0 ? 1 : 2) << 4;
 }
 
+int exportConfig(const Phone& phone, const JournalEntry&) {
+  return replaceFile(phone.root + "/tmp/phonecfg.ini", exportedConfig(phone.config)) ? 1 : 0;
+}
+
+int provisioning(const Phone& phone, const JournalEntry&) {
+  return std::chrono::steady_clock::now() < phone.provisioningEnd ? 1 : 0;
+}
+
 int accepted(const Phone&, const JournalEntry&) {
   return 1;
 }
@@ -63,8 +80,23 @@ constexpr HealthyAnswer kHealthyAnswers[] = {
     {"app_hostapp", kIdle, idle},
     {"app_hostapp", kRegistrationState, registration},
     {"app_hostapp", kExpansionModules, expansionModules},
+    {"app_hostapp", kExportConfig, exportConfig},
     {"app_hostapp", kMakeCall, accepted},
+    {"autoServer", kProvisioningState, provisioning},
 };
+
+bool startsProvisioning(const JournalEntry& message) {
+  return (message.message == kProvisionNow && message.target == "autoServer") ||
+         (message.message == kServerChanged && message.target == "app_hostapp");
+}
+
+// What a change of the configuration brings about.
+void reload(Phone& phone, const JournalEntry& message) {
+  if (message.wParam == kAccountArea) phone.state.registerAccount(phone.config, phone.root, message.lParam);
+  if (message.wParam != kNetworkArea) return;
+  phone.state.bringUpNetwork(phone.config);
+  if (phone.state.rebootSeconds > 0) phone.reboot("network settings");
+}
 
 }  // namespace
 
@@ -85,11 +117,8 @@ int answerOf(const Phone& phone, const JournalEntry& message) {
 
 void react(Phone& phone, const JournalEntry& message) {
   if (message.message == kReboot && message.target == "app_hostapp") phone.reboot(messageName(message));
-  if (message.message != kConfigChanged || message.kind != JournalEntry::Kind::kBroadcast) return;
-  if (message.wParam == kAccountArea) phone.state.registerAccount(phone.config, phone.root, message.lParam);
-  if (message.wParam != kNetworkArea) return;
-  phone.state.bringUpNetwork(phone.config);
-  if (phone.state.rebootSeconds > 0) phone.reboot("network settings");
+  if (startsProvisioning(message)) phone.provisioningEnd = std::chrono::steady_clock::now() + kProvisioningTime;
+  if (message.message == kConfigChanged && message.kind == JournalEntry::Kind::kBroadcast) reload(phone, message);
 }
 
 }  // namespace simulator

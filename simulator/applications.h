@@ -12,7 +12,7 @@ namespace simulator {
 std::span<const std::string_view> applicationNames();
 
 // The answer to a send: the state's "answers" first, then what a healthy phone says; 0 for a message that nothing is
-// known about. Called with the phone's mutex held, as the next.
+// known about. Finishes what has to be done before the answer. Called with the phone's mutex held, as the next.
 int answerOf(const Phone& phone, const JournalEntry& message);
 
 // What the phone does on a message once it is in the journal.

@@ -1,5 +1,6 @@
 #include "platform/config_parser.h"
 
+#include "simulator/number.h"
 #include "simulator/phone.h"
 
 using simulator::phone;
@@ -8,6 +9,10 @@ std::string configParser_GetConfigString(const char* key) {
   if (key == nullptr) return {};
   const std::lock_guard lock(phone().mutex);
   return phone().config.get(key);
+}
+
+int configParser_GetConfigInt(const char* key) {
+  return simulator::decimalNumber(configParser_GetConfigString(key)).value_or(0);
 }
 
 int configParser_SetConfigString(const char* key, const char* value) {

@@ -153,6 +153,14 @@ std::string ConfigStore::get(std::string_view name) const {
   return found != accountDefaults_.end() ? found->second : std::string();
 }
 
+std::map<std::string, std::string> ConfigStore::values() const {
+  std::map<std::string, std::string> result(defaults_.begin(), defaults_.end());
+  for (const LiveFile* file : {&global_, &accounts_}) {
+    for (const auto& [name, value] : file->values) result[name] = value;
+  }
+  return result;
+}
+
 ConfigStore::LiveFile& ConfigStore::fileOf(std::string_view name) {
   return parseAccountConfigName(name) ? accounts_ : global_;
 }

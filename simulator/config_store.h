@@ -36,6 +36,8 @@ class ConfigStore {
   void reloadIfChanged();
 
   std::string get(std::string_view name) const;
+  // All values by name, but for the defaults that hold for every account.
+  std::map<std::string, std::string> values() const;
 
   using Values = std::vector<std::pair<std::string, std::string>>;
   // Stores all values, on disk when it returns, and says how many differed from what was stored before; 0 when a file

@@ -79,6 +79,23 @@ bool isIniLine(std::string_view line) {
   return line.find('=', 1) != std::string_view::npos;
 }
 
+// The library reads on over line ends for the "]" of a section that lacks it: such lines are left out, as it does with
+// other broken ones.
+std::string withoutOpenSections(std::string_view bytes) {
+  std::string result(bytes.starts_with(SI_UTF8_SIGNATURE) ? SI_UTF8_SIGNATURE : "");
+  bytes.remove_prefix(result.size());
+  while (!bytes.empty()) {
+    const std::size_t length = std::min(bytes.find_first_of("\r\n"), bytes.size() - 1) + 1;
+    const std::string_view line = bytes.substr(0, length);
+    const auto first = line.find_first_not_of(" \t");
+    const bool isOpen =
+        first != std::string_view::npos && line[first] == '[' && line.find(']') == std::string_view::npos;
+    if (!isOpen) result += line;
+    bytes.remove_prefix(length);
+  }
+  return result;
+}
+
 }  // namespace
 
 std::string encodeIniSection(std::string_view name) {
@@ -87,7 +104,7 @@ std::string encodeIniSection(std::string_view name) {
 
 std::string encodeIniKey(std::string_view key) {
   if (key.empty()) return std::string(kMark);
-  const bool opensOther = key[0] == ';' || key[0] == '#' || key[0] == '[';
+  const bool opensOther = key[0] == ';' || key[0] == '#' || key[0] == '[' || key.starts_with(SI_UTF8_SIGNATURE);
   return opensOther ? marked(key, "=;#[") : encode(key, "=");
 }
 
@@ -123,7 +140,7 @@ struct IniFile::Parsed {
 
 IniFile::IniFile(const std::string& bytes) : parsed_(std::make_unique<Parsed>()) {
   parsed_->ini.SetSpaces(false);
-  parsed_->ini.LoadData(bytes);
+  parsed_->ini.LoadData(withoutOpenSections(bytes));
 }
 
 IniFile::IniFile(IniFile&&) noexcept = default;
@@ -138,6 +155,17 @@ std::optional<std::string> IniFile::get(const std::string& section, const std::s
 
 void IniFile::set(const std::string& section, const std::string& key, const std::string& value) {
   parsed_->ini.SetValue(encodeIniSection(section).c_str(), encodeIniKey(key).c_str(), encodeIniValue(value).c_str());
+}
+
+std::vector<std::string> IniFile::sections() const {
+  CSimpleIniCaseA::TNamesDepend sections;
+  parsed_->ini.GetAllSections(sections);
+  sections.sort(CSimpleIniCaseA::Entry::LoadOrder());
+  std::vector<std::string> names;
+  for (const auto& section : sections) {
+    if (*section.pItem != '\0') names.push_back(decodeIniText(section.pItem));
+  }
+  return names;
 }
 
 void IniFile::visit(const Visitor& visitor) const {
@@ -158,7 +186,8 @@ void IniFile::visit(const Visitor& visitor) const {
 std::string IniFile::text() const {
   std::string result;
   parsed_->ini.Save(result, false);
-  return result;
+  // A key that looks like the mark of UTF-8 is not to be taken for it.
+  return result.starts_with(SI_UTF8_SIGNATURE) ? "\n" + result : result;
 }
 
 }  // namespace simulator

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace simulator {
 
@@ -30,6 +31,9 @@ class IniFile {
 
   std::optional<std::string> get(const std::string& section, const std::string& key) const;
   void set(const std::string& section, const std::string& key, const std::string& value);
+
+  // The names of the sections, in the order of the file; none for keys above the first section.
+  std::vector<std::string> sections() const;
 
   // In the order of the file.
   using Visitor = std::function<void(const std::string& section, const std::string& key, std::string value)>;

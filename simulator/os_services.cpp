@@ -95,6 +95,10 @@ void osSleep(int milliseconds) {
   journal("sleep", std::to_string(milliseconds) + " ms");
 }
 
+void osSyslog(int priority, const char* text) {
+  if (text != nullptr) journal("syslog", std::to_string(priority) + " " + text);
+}
+
 std::time_t osTime() {
   const std::lock_guard lock(phone().mutex);
   return std::time(nullptr) + phone().state.clockOffset;

@@ -38,6 +38,7 @@ void Phone::reboot(std::string reason) {
   ++reboots;
   config.load(root);
   state.talking = false;
+  provisioningEnd = {};
   state.bringUp(config, root);
 }
 
@@ -50,6 +51,7 @@ void start(const std::filesystem::path& root) {
   phone.state.bringUp(phone.config, phone.root);
   phone.journal = Journal();
   phone.expansionHandles.clear();
+  phone.provisioningEnd = {};
   forgetSharedTexts();
   WebDebug::getInstance().setDebugLevel(WebDebug::kErrors);
   rebootEnd = 0;

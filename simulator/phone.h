@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <set>
 #include <string>
@@ -21,6 +22,7 @@ struct Phone {
   DeviceState state;
   Journal journal;
   std::set<int> expansionHandles;
+  std::chrono::steady_clock::time_point provisioningEnd;  // of the last run
 
   // The following two are called with the mutex held.
   void systemCall(const char* call, std::string text);

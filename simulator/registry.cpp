@@ -1,6 +1,5 @@
 #include "platform/registry.h"
 
-#include <charconv>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -9,6 +8,7 @@
 #include "platform/phone_root.h"
 #include "simulator/files.h"
 #include "simulator/ini_file.h"
+#include "simulator/number.h"
 
 namespace {
 
@@ -28,12 +28,7 @@ class RegistrySection : public ETL_SubClass {
   }
 
   int registryGetInt(const char* key, int fallback) override {
-    const std::optional<std::string> text = find(key);
-    if (!text) return fallback;
-    int value;
-    const char* end = text->data() + text->size();
-    const auto [stop, error] = std::from_chars(text->data(), end, value);
-    return error == std::errc{} && stop == end ? value : fallback;
+    return simulator::decimalNumber(find(key).value_or("")).value_or(fallback);
   }
 
   void registrySetString(const char* key, const char* value) override {
@@ -79,4 +74,12 @@ std::unique_ptr<ETL_SubClass> registryOpen(const char* file, const char* section
   const bool isAbsent = !simulator::fileStamp(path);
   if (!bytes && !(isAbsent && mode == RegistryFile::kMayBeMissing)) return nullptr;
   return std::make_unique<RegistrySection>(std::move(path), section, bytes.value_or(""));
+}
+
+bool registrySections(const char* file, std::vector<std::string>& names) {
+  names.clear();
+  const std::optional<std::string> bytes = file != nullptr ? readFile(phonePath(file)) : std::nullopt;
+  if (!bytes) return false;
+  names = IniFile(*bytes).sections();
+  return true;
 }

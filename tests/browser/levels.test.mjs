@@ -39,7 +39,9 @@ test("a page above one's level shows no settings and no tab, the other sections 
   const page = await phone.openAs("user", "p=features-acd&q=load");
   assert.equal(await page.textContent("#message"), "This page is not open to your user level.");
   assert.deepEqual(await fields(page), []);
-  assert.deepEqual(await page.locator("#navigation .sections > li:visible > a").allTextContents(), ["Status", "Account", "Network"]);
+  assert.equal(await page.locator("#navigation [data-page=features-acd]").isVisible(), false);
+  assert.deepEqual(await page.locator("#navigation .sections > li:visible > a").allTextContents(),
+    ["Status", "Account", "Network", "Features", "Settings", "Directory", "Security"]);
 });
 
 test("what may not be seen is hidden before the first paint and is not posted", async () => {

@@ -18,10 +18,12 @@ const chromiumFlags = ["--no-sandbox", "--disable-gpu", "--disable-quic", "--no-
 
 export async function startPhone() {
   const root = mkdtempSync(join(tmpdir(), "phone-web-"));
-  const host = spawn(program, ["--root", root, "--listen", "127.0.0.1:0"], { stdio: ["ignore", "pipe", "ignore"] });
+  const host = spawn(program, ["--root", root, "--listen", "127.0.0.1:0"], { stdio: ["ignore", "pipe", "pipe"] });
+  let log = "";
+  host.stderr.on("data", (text) => { log = (log + text).slice(-2000); });
   const [line] = await Promise.race([
     once(createInterface(host.stdout), "line"),
-    once(host, "exit").then(([code]) => { throw new Error(`the host ended with ${code}`); }),
+    once(host, "exit").then(([code]) => { throw new Error(`the host ended with ${code}: ${log}`); }),
   ]);
   const browser = await chromium.launch({ executablePath: "/usr/bin/chromium", args: chromiumFlags });
   return new Phone(root, host, browser, /http:\S+/.exec(line)[0]);

@@ -78,6 +78,10 @@ void Client::close() {
   socket_ = -1;
 }
 
+void Client::finish() {
+  ::shutdown(socket_, SHUT_WR);
+}
+
 bool Client::send(std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t count = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);

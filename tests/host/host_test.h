@@ -62,6 +62,7 @@ class Client {
   bool send(std::string_view bytes);
   Reply receive(bool hasBody = true);
   Reply ask(std::string_view bytes) { return send(bytes) ? receive() : Reply(); }
+  void finish();  // nothing more will be sent
   void close();
 
  private:

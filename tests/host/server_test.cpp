@@ -381,10 +381,9 @@ TEST_F(ServerTest, EndsQuicklyWhateverItIsDoing) {
   };
   start();
   std::vector<std::unique_ptr<Client>> clients;
-  for (int i = 0; i < 20; ++i) {
+  for (const std::size_t sent : {0U, 200'000U, 0U, 200'000U}) {
     clients.push_back(std::make_unique<Client>(server_->port()));
-    clients.back()->send(head("POST", "/servlet?p=any", "Content-Length: 9000000\r\n") +
-                         std::string(200'000, 'x').substr(0, i % 2 * 200'000));
+    clients.back()->send(head("POST", "/servlet?p=any", "Content-Length: 9000000\r\n") + std::string(sent, 'x'));
   }
   std::this_thread::sleep_for(100ms);
   const auto began = std::chrono::steady_clock::now();
@@ -400,7 +399,7 @@ TEST_F(ServerTest, SurvivesGarbage) {
   start();
   const std::string nul("GET /servlet?p=any\0 HTTP/1.1\r\nHost: x\r\n\r\n", 41);
   for (const std::string& bytes :
-       {std::string("\r\n\r\n\r\n"), std::string(100'000, 'A'), "GET / HTTP/1.1\r\n" + std::string(100'000, 'h'),
+       {std::string(100'000, 'A'), "GET / HTTP/1.1\r\n" + std::string(100'000, 'h'),
         std::string("GET /%%%00%zz?%=& HTTP/1.1\r\nHost: x\r\n\r\n"), nul, std::string("GET  HTTP/9.9\r\n\r\n"),
         std::string("POST /servlet?p=any HTTP/1.1\r\nHost: x\r\nContent-Length: -1\r\n\r\n"),
         std::string("POST /servlet?p=any HTTP/1.1\r\nHost: x\r\nContent-Length: 99999999999999999999\r\n\r\n"),
@@ -409,6 +408,7 @@ TEST_F(ServerTest, SurvivesGarbage) {
                     "3\r\n\r\n--B")}) {
     Client client(server_->port());
     client.send(bytes);
+    client.finish();
     const int status = client.receive().status;
     EXPECT_TRUE(status == 0 || status == 200 || status >= 400) << bytes.substr(0, 60);
   }

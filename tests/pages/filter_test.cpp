@@ -1,6 +1,5 @@
 // Who may have a page: the request filter.
 #include "platform/web_debug.h"
-#include "servlet/action_uri.h"
 #include "servlet/login_listener.h"
 #include "tests/support/phone_test.h"
 
@@ -65,7 +64,12 @@ TEST_F(FilterTest, OpenPagesAndLoggedInSessionsPass) {
   EXPECT_TRUE(response.untouched());
   EXPECT_EQ(run(""), 1);
   EXPECT_EQ(run("key=OK"), 1);
-  EXPECT_EQ(response.status, 404);
+  EXPECT_EQ(response.status, 401);
+  setConfig("AURILimitIP", "any");
+  messages();
+  EXPECT_EQ(run("key=OK&@nobody:nothing"), 1);
+  EXPECT_TRUE(response.untouched());
+  EXPECT_EQ(messages().back(), "post app_hostapp 0x30017 0 0 [key=OK&RIP=192.0.2.7]");
 }
 
 TEST_F(FilterTest, SafeModeOpensEveryNamedPage) {
@@ -135,21 +139,6 @@ TEST_F(FilterTest, LanguageAndModelReachTheRenderer) {
   setConfig("LanguageWebLang", "English");
   run("p=login");
   EXPECT_EQ(request.language, "English");
-}
-
-TEST(ActionUri, TypesAreTakenFromTheStart) {
-  const std::map<std::string, std::string> rows = {{"key=OK", "key"},
-                                                   {"keyboard", "key"},
-                                                   {"number=1", "number"},
-                                                   {"phonecfg", "phonecfg"},
-                                                   {"forward=", "forward"},
-                                                   {"Server", "Server"},
-                                                   {"redirectcall", "redirectcall"},
-                                                   {"server", ""},
-                                                   {"p=key", ""},
-                                                   {"ke", ""},
-                                                   {"", ""}};
-  for (const auto& [query, type] : rows) EXPECT_EQ(getURIType(query), type) << query;
 }
 
 }  // namespace

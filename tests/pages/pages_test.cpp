@@ -5,36 +5,11 @@
 #include "servlet/network_pcport_servlet.h"
 #include "servlet/network_servlet.h"
 #include "servlet/status_servlet.h"
-#include "tests/support/phone_test.h"
+#include "tests/support/page_test.h"
 
 namespace {
 
-using Messages = std::vector<std::string>;
 const std::string kTalkingQuestion = "send app_hostapp 0x30007 0 1";
-
-class PageTest : public PhoneTest {
- protected:
-  PageTest() { session.attributes["user"] = "admin"; }
-
-  // Runs one action, "p" aside, in a session of its own.
-  template <class Page>
-  RecordingResponse run(const std::string& action, std::multimap<std::string, std::string> fields = {}) {
-    Page page;
-    FakeRequest request;
-    request.session = &session;
-    request.fields = std::move(fields);
-    request.fields.emplace("q", action);
-    return serve(page, request);
-  }
-  // What a save sends beside the question whether a call is in progress.
-  Messages announced() {
-    Messages all = messages();
-    std::erase(all, kTalkingQuestion);
-    return all;
-  }
-
-  FakeSession session;
-};
 
 TEST_F(PageTest, UnknownActions) {
   for (const char* action : {"Load", "", "write "}) {

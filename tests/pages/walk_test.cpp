@@ -128,9 +128,17 @@ class WalkTest : public PhoneTest {
 
   std::vector<Rendered> scenarios(const std::string& page, const std::string& factory) {
     std::vector<Rendered> all{open(page, factory)};
-    setConfig("NetworkIPAddressMode", "2");
-    setState(R"({"expansionModules":[{"type":1,"hardware":"1","firmware":"2"}]})");
+    for (const auto& [key, value] : std::map<const char*, const char*>{
+             {"NetworkIPAddressMode", "2"}, {"ISUME", "1"}, {"ForwardMode", "1"}, {"DndMode", "1"}}) {
+      setConfig(key, value);
+    }
+    setConfig("AccountEnable", 0, "1");
+    write("/config/Pics/logo.dob", "xx");
+    setState(R"({"phoneType":28,"expansionModules":[{"type":1,"hardware":"1","firmware":"2"}]})");
     all.push_back(open(page, factory));
+    setConfig("AccountEnable", 0, "0");
+    all.push_back(open(page, factory));
+    setState(R"({"phoneType":46})");
     if (page == "login") {
       all.push_back(
           open(page, factory,

@@ -117,6 +117,16 @@ TEST_F(ConfigFileTest, DefaultsShowUntilAValueIsSet) {
   EXPECT_EQ(get(accountName("Port", -7)) + get(accountName("Port", 7)), "15060");
 }
 
+TEST_F(ConfigFileTest, NumbersAreZeroUnlessDecimal) {
+  const std::pair<const char*, int> cases[] = {{"12", 12}, {"-4", -4}, {"007", 7},        {"", 0},
+                                               {"1x", 0},  {" 1", 0},  {"2147483648", 0}, {"0x10", 0}};
+  for (const auto& [text, value] : cases) {
+    set("Number", text);
+    EXPECT_EQ(configParser_GetConfigInt("Number"), value) << text;
+  }
+  EXPECT_EQ(configParser_GetConfigInt("NeverSet") + configParser_GetConfigInt(nullptr), 0);
+}
+
 TEST_F(ConfigFileTest, BrokenFilesAreKeptAside) {
   set("UserNameAdmin", "root");
   const std::string whole = content("/config/global.ini");
@@ -159,8 +169,9 @@ TEST_F(ConfigFileTest, AKillLeavesAWholeFile) {
     waitpid(child, nullptr, 0);
     restart();
     const std::string value = get("Filler0");
-    ASSERT_EQ(value, std::string(2000, value.empty() ? ' ' : value[0]));
+    ASSERT_EQ(value, value.empty() ? "" : std::string(2000, value[0]));
   }
+  EXPECT_NE(get("Filler0"), "");
   EXPECT_FALSE(std::filesystem::exists(file("/config/global.ini.broken")));
 }
 

@@ -22,6 +22,8 @@ TEST_F(ControlTest, JournalShowsEveryMessage) {
   msgBroadpostThreadMsg(0x10007, 39, 5);
   osSleep(5000);
   osKill(12, 9);
+  osSyslog(6, "%s\n");
+  osSyslog(3, nullptr);
   EXPECT_EQ(
       control("GET", "journal").body,
       R"({"entries":[{"seq":1,"kind":"post","thread":"app_hostapp","message":196631,"wParam":1,"lParam":-2,)"
@@ -29,13 +31,13 @@ TEST_F(ControlTest, JournalShowsEveryMessage) {
       R"({"seq":2,"kind":"send","thread":"app_hostapp","message":196615,"wParam":0,"lParam":1,"data":"","answer":1},)"
       R"({"seq":3,"kind":"broadcast","thread":"","message":65543,"wParam":39,"lParam":5,"data":"","answer":0},)"
       R"({"seq":4,"kind":"system","call":"sleep","text":"5000 ms"},)"
-      R"({"seq":5,"kind":"system","call":"kill","text":"process 12, signal 9"}]})");
-  EXPECT_EQ(journalSince("4"),
-            R"({"entries":[{"seq":5,"kind":"system","call":"kill","text":"process 12, signal 9"}]})");
+      R"({"seq":5,"kind":"system","call":"kill","text":"process 12, signal 9"},)"
+      R"({"seq":6,"kind":"system","call":"syslog","text":"6 %s\n"}]})");
+  EXPECT_EQ(journalSince("5"), R"({"entries":[{"seq":6,"kind":"system","call":"syslog","text":"6 %s\n"}]})");
   EXPECT_EQ(journalSince("99"), R"({"entries":[]})");
   EXPECT_EQ(control("DELETE", "journal").status, 200);
   osSleep(1);
-  EXPECT_EQ(control("GET", "journal").body, R"({"entries":[{"seq":6,"kind":"system","call":"sleep","text":"1 ms"}]})");
+  EXPECT_EQ(control("GET", "journal").body, R"({"entries":[{"seq":7,"kind":"system","call":"sleep","text":"1 ms"}]})");
 }
 
 TEST_F(ControlTest, JournalIsBounded) {

@@ -78,6 +78,19 @@ TEST_F(FilesTest, RegistryNumbersAndMissingFiles) {
   EXPECT_EQ(read->registryGetString("=[k", ""), "v");
 }
 
+TEST_F(FilesTest, RegistrySectionsInTheFilesOrder) {
+  std::vector<std::string> names{"old"};
+  EXPECT_FALSE(registrySections("/tmp/no.ini", names) || registrySections(nullptr, names));
+  EXPECT_FALSE(registrySections("/tmp/../no.ini", names) || registrySections("/tmp", names));
+  EXPECT_EQ(names, std::vector<std::string>());
+  write("/tmp/s.ini", "above = 1\n[Zulu]\nk=1\n[]\n[ Great Britain ]\n[\\:a\\x5db]\nk=2\n[Zulu]\n[alpha]");
+  EXPECT_TRUE(registrySections("/tmp/s.ini", names));
+  EXPECT_EQ(names, (std::vector<std::string>{"Zulu", "Great Britain", "a]b", "alpha"}));
+  write("/tmp/s.ini", "");
+  EXPECT_TRUE(registrySections("/tmp/s.ini", names));
+  EXPECT_EQ(names, std::vector<std::string>());
+}
+
 TEST_F(FilesTest, RegistryReadsHostileFiles) {
   const std::string files[] = {"[",
                                "[]\n=x\n",
@@ -102,6 +115,14 @@ TEST_F(FilesTest, RegistryReadsHostileFiles) {
   }
 }
 
+TEST_F(FilesTest, ASectionEndsWithItsLine) {
+  write("/tmp/o.ini", "\xef\xbb\xbf[open\n[one]\na=1\n  [open\r[open=2\n]\nb=2\n[two]\nc=3");
+  std::vector<std::string> names;
+  EXPECT_TRUE(registrySections("/tmp/o.ini", names));
+  EXPECT_EQ(names, (std::vector<std::string>{"one", "two"}));
+  EXPECT_EQ(registryOpen("/tmp/o.ini", "one", RegistryFile::kMustExist)->registryGetString("b", ""), "2");
+}
+
 TEST(PrepareRoot, FillsWhatLacksAndNothingElse) {
   TemporaryFolder folder;
   const fs::path root = folder.path() / "root";
@@ -111,6 +132,11 @@ TEST(PrepareRoot, FillsWhatLacksAndNothingElse) {
   fs::remove_all(root);
   simulator::prepareRoot(root, PHONE_WEB_ROOTFS);
   EXPECT_TRUE(has("phone/www/htdocs") && has("config/data/htpasswd") && has("config/user/voip/sipAccount0.cfg"));
+  EXPECT_TRUE(has("config/tone/CptToneCountry.cfg") && has("config/user/user.ini"));
+  for (const char* media : {"sound", "wallpaper", "contact-image"}) {
+    EXPECT_TRUE(fs::is_empty(root / "data/userdata" / media)) << media;
+    EXPECT_FALSE(fs::is_empty(root / "phone/resource/sysdata" / media)) << media;
+  }
   EXPECT_FALSE(has(".fill") || has(".config") || has("CMakeLists.txt") || has("config/hostapp"));
 
   put(root / "phone/mine", "x");

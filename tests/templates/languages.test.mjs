@@ -23,19 +23,19 @@ const scriptTexts = ({ text }) => [...text.matchAll(/\bt\("((?:[^"\\]|\\.)*)"/g)
 // What handlers can show is listed beside this file, one text a line; "Account%d" stands for "Account" and a number.
 const phoneTexts = readFileSync(new URL("phone_texts.txt", import.meta.url), "utf8").split("\n").filter((line) => line && !line.startsWith("#"));
 
-// Sentences among the literals of the handlers, log lines and compile-time checks left out.
+// Sentences among the literals of the handlers; what goes to a log and compile-time checks are left out.
 function* sentences({ text }) {
-  const code = text.replace(/^\s*(\/\/|#).*$/gm, "").replace(/\b(log_log|static_assert)\((?:"(?:[^"\\]|\\.)*"|[^;"])*;/g, "");
+  const code = text.replace(/^\s*(\/\/|#).*$/gm, "").replace(/\b(log_log|static_assert|ActionURISyslog)\((?:"(?:[^"\\]|\\.)*"|[^;"])*;/g, "");
   for (const [run] of code.matchAll(/"(?:[^"\\\n]|\\.)*"(?:\s*"(?:[^"\\\n]|\\.)*")*/g)) {
     const literal = [...run.matchAll(/"((?:[^"\\\n]|\\.)*)"/g)].map(([, piece]) => cLiteral(piece)).join("");
-    yield { literal: tidy(literal), isSentence: /[a-z]{2}[ ,.!]+[A-Za-z]{2}/.test(literal) && !/[/=<>|]|%[^d]/.test(literal) };
+    yield { literal: tidy(literal), isSentence: /[a-z]{2}[,.!:]* +[A-Za-z]{2}/.test(literal) && !/[/=<>|]|\($|%[^d]/.test(literal) };
   }
 }
 
 const literals = handlers.flatMap((file) => [...sentences(file)].map((found) => ({ ...found, file: file.name })));
 const shown = new Set([...templates.flatMap((file) => [...templateTexts(file)]), ...scripts.flatMap(scriptTexts), ...phoneTexts].map(tidy));
 // Names and abbreviations that are the same in every language.
-const same = new Set(["IPv4", "IPv6", "IPv4 & IPv6", "DHCP", "PPPoE", "UDP", "TCP", "TLS", "DNS SRV", "STUN", "ACD"]);
+const same = new Set(["IPv4", "IPv6", "IPv4 & IPv6", "DHCP", "PPPoE", "UDP", "TCP", "TLS", "DNS SRV", "STUN", "ACD", "Proxy-Require", "RPort", "user=phone", "TR-069"]);
 
 test("every sentence in a handler is listed as a text it can show, and every listed text is in a handler", () => {
   const listed = new Set(phoneTexts);

@@ -1,5 +1,5 @@
-// The account selector, and the state of the account while the page is open.
-import { hasChanges } from "./form.js";
+// The state of the account while the page is open.
+import "./account.js";
 import { showValue, t } from "./i18n.js";
 import { message } from "./message.js";
 import { ask, poll, SessionEnded } from "./poll.js";
@@ -10,21 +10,8 @@ const states = new Map([
   ["4", "Unregistered"], ["5", "Registered"], ["6", "Inexistence"],
 ]);
 
-const settings = document.querySelector("form[method=post]");
-const account = settings.elements.var_accountID.value;
+const account = document.querySelector("form[method=post]").elements.var_accountID.value;
 const badge = document.getElementById("AccountStatus");
-
-const select = document.getElementById("acc");
-select.addEventListener("change", () => {
-  const stay = hasChanges(settings) && !confirm(t("The changes to this account are not saved. Leave them?"));
-  if (stay) {
-    select.value = account;
-    return;
-  }
-  settings.reset();
-  select.form.submit();
-});
-select.form.querySelector("button").hidden = true;
 
 const questions = poll(askSeconds, async () => {
   try {

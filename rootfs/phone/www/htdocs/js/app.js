@@ -37,7 +37,7 @@ try {
   nameCells();
   if (page !== "login") {
     const allowed = applyLevels({ page, identity, showLevel });
-    for (const form of document.querySelectorAll("form[method=post]")) prepareForm(form);
+    for (const form of document.querySelectorAll("form[method=post]:has(.bar)")) prepareForm(form);
     confirmSave();
     if (!allowed) {
       for (const part of document.querySelectorAll("main > .card, main > form, main > .lead")) part.hidden = true;

@@ -31,6 +31,29 @@ function isNetmask(text) {
   return mask !== null && mask > 0 && /^1+0*$/.test(mask.toString(2).padStart(32, "0"));
 }
 
+// A server's address, with or without the protocol.
+function isUrl(text) {
+  const [, host, port = "1"] = /^(?:(?:https?|t?ftp):\/\/)?(?:[^\s/@]+@)?(\[[^\]]+\]|[^\s/:?#@]+)(?::(\d{1,5}))?(?:[/?#]\S*)?$/i.exec(text) ?? [];
+  return host !== undefined && checks.host(host) === "" && Number(port) > 0 && Number(port) < 65536;
+}
+
+function isMulticast(text) {
+  const [, address, port = "1"] = /^([\d.]+)(?::(\d{1,5}))?$/.exec(text) ?? [];
+  const first = address && ipv4Bytes(address)?.[0];
+  return first >= 224 && first < 240 && Number(port) > 0 && Number(port) < 65536;
+}
+
+const dialled = /^[\d*#+]+$/;
+const tonePiece = /^!?\d{1,4}(\+\d{1,4}){0,3}\/\d{1,5}$/;
+
+const isTrusted = (text) => isIPv6(text) || (/^[\d.*]+$/.test(text) && ipv4Bytes(text.replaceAll("*", "1")) !== null);
+
+// $variables may stand anywhere behind "http://"; the phone fills in their values.
+function isActionUrl(text) {
+  const filled = text.replace(/\$[a-z_]+/gi, "1");
+  return /^https?:\/\/[^\s/?#]/i.test(filled) && !/\s/.test(text) && URL.canParse(filled);
+}
+
 export const checks = {
   ipv4: (text) => ipv4Bytes(text) ? "" : t("Enter an IPv4 address such as 192.168.1.20."),
   ipv6: (text) => isIPv6(text) ? "" : t("Enter an IPv6 address such as 2001:db8::20."),
@@ -39,6 +62,20 @@ export const checks = {
     const right = /^[\d.]+$/.test(text) ? ipv4Bytes(text) : isHostName(text) || isIPv6(text.replace(/^\[(.*)\]$/, "$1"));
     return right ? "" : t("Enter a host name or an IP address.");
   },
+  url: (text) => isUrl(text) ? "" : t("Enter an address such as https://server.example/folder."),
+  multicast: (text) => isMulticast(text) ? "" : t("Enter a multicast address such as 224.0.1.75:5010."),
+  number: (text) => /\s/.test(text) ? t("Enter a number or name without spaces.") : "",
+  digits: (text) => /^\d+$/.test(text) ? "" : t("Enter digits only."),
+  dial: (text) => dialled.test(text) ? "" : t("Enter digits, *, # and + only."),
+  dtmf: (text) => /^[\dA-D*#]+$/i.test(text) ? "" : t("Enter digits, *, # and the letters A to D only."),
+  pin: (text) => /^\d{1,15}$/.test(text) ? "" : t("Enter 1 to 15 digits."),
+  numberList: (text) => text.split(",").every((item) => dialled.test(item)) ? "" : t("Enter numbers separated by commas, without spaces, such as 112,911."),
+  accountList: (text) => text.split(",").every((item) => /^[1-9]\d?$/.test(item)) ? "" : t("Enter the numbers of accounts separated by commas, such as 1,2."),
+  addressList: (text) => text.split(",").map((item) => item.trim()).every((item) => ipv4Bytes(item) || isIPv6(item)) ? "" : t("Enter IP addresses separated by commas, such as 192.168.1.20,192.168.1.21."),
+  trustList: (text) => text.toLowerCase() === "any" || text.split(",").every(isTrusted) ? "" : t("Enter IP addresses separated by commas, without spaces, with * for any part, or the word any."),
+  actionUrl: (text) => isActionUrl(text) ? "" : t("Enter an address that begins with http:// or https://, without spaces."),
+  tone: (text) => text.split(",").every((piece) => tonePiece.test(piece)) ? "" : t("Enter pieces such as 425/480 separated by commas, without spaces."),
+  key16: (text) => text.length === 16 ? "" : t("Enter exactly 16 characters."),
 };
 
 // For the elements of a form by name: what one field must be to another.
@@ -52,5 +89,18 @@ export const relations = {
   notBelow: (input, fields, name) => {
     const [last, first] = [ipv4Number(input.value), ipv4Number(fields[name].value)];
     return last === null || first === null || last >= first ? "" : t("The last address comes before the first.");
+  },
+  sameAs: (input, fields, name) => input.value === fields[name].value ? "" : t("The two passwords differ."),
+  atLeast: (input, fields, name) => {
+    const { disabled, value } = fields[name];
+    return disabled || !value || Number(input.value) >= Number(value) ? "" : t("Enter at least %1.", value);
+  },
+  atMost: (input, fields, name) => {
+    const { disabled, value } = fields[name];
+    return disabled || !value || Number(input.value) <= Number(value) ? "" : t("Enter at most %1.", value);
+  },
+  above: (input, fields, name) => {
+    const [value, least] = [input, fields[name]].map((field) => Number(field.value));
+    return value > least ? "" : t("Enter a number above %1.", least);
   },
 };

@@ -2,7 +2,10 @@
 //
 //   data-value      on a select's group of radios: the stored value        data-current  the option of the stored value
 //   data-when       "FIELD=a,b": shown while FIELD has one of the values   data-check    checks of checks.js, "required"
-//   data-same-network, data-not-below: relations of checks.js to other fields
+//   data-needed-by: the switch that makes the field a required one
+//   data-same-network, data-not-below, data-same-as, data-above, data-at-least, data-at-most: relations of
+//                  checks.js to other fields
+//   data-restart    a changed field needs a restart                        data-ask      on a button: ask before its restart
 // A field that is not shown is not posted, and the phone leaves its setting alone.
 import { checks, relations } from "./checks.js";
 import { t } from "./i18n.js";
@@ -20,7 +23,18 @@ function isChanged(control) {
   return control.value !== control.defaultValue;
 }
 
-export const hasChanges = (form) => controls(form).some(isChanged);
+// Hidden fields that scripts fill: data-stored holds what they were filled with first.
+const composed = (form) => [...form.querySelectorAll("input[data-stored]")].filter((input) => !input.disabled);
+
+export const hasChanges = (form) =>
+  controls(form).some(isChanged) || composed(form).some((input) => input.value !== input.dataset.stored);
+
+// For a page that opens another view of itself: true when nothing is changed, or the reader gives the changes up.
+export function mayLeave(form) {
+  if (hasChanges(form) && !confirm(t("The changes are not saved. Leave them?"))) return false;
+  form.reset();
+  return true;
+}
 
 // Marks the stored value as the form's default, so that a reset brings it back. A value that is none of the choices
 // keeps the option it came with.
@@ -40,7 +54,11 @@ function prepareChoices(form) {
       radios.find((radio) => radio.value === group.dataset.otherwise);
     if (stored) stored.defaultChecked = true;
   }
-  for (const number of form.querySelectorAll("input[type=number]")) if (!number.value) number.defaultValue = "";
+  for (const input of form.querySelectorAll("input[type=number], input[type=time]")) if (!input.value) input.defaultValue = "";
+  for (const select of form.querySelectorAll("select")) {
+    if ([...select.selectedOptions].length === select.querySelectorAll("option[selected]").length) continue;
+    for (const option of select.options) option.defaultSelected = option.selected;  // none was marked, or several
+  }
 }
 
 function valueOf(form, name) {
@@ -67,17 +85,18 @@ function applyModes(form) {
 }
 
 function numberError(input) {
-  const { min, max, validity } = input;
+  const { min, max, step, validity } = input;
   if (!validity.badInput && !validity.rangeUnderflow && !validity.rangeOverflow && !validity.stepMismatch) return "";
-  return t("Enter a whole number from %1 to %2.", min, max);
+  return step ? t("Enter a number from %1 to %2.", min, max) : t("Enter a whole number from %1 to %2.", min, max);
 }
 
 function errorOf(input, form) {
   const names = (input.dataset.check ?? "").split(" ").filter(Boolean);
   if (input.type === "number" && numberError(input)) return numberError(input);
-  if (!input.value) return names.includes("required") ? t("This field must be filled in.") : "";
-  if (input.type === "password" && input.value !== secretMask && input.value.includes(secretMask)) {
-    return t("Type the whole password.");
+  const isNeeded = names.includes("required") || (input.dataset.neededBy && valueOf(form, input.dataset.neededBy) === "1");
+  if (!input.value) return isNeeded ? t("This field must be filled in.") : "";
+  if (input.type === "password" && input.value.includes(secretMask)) {
+    return input.value === secretMask ? "" : t("Type the whole password.");
   }
   for (const name of names) {
     const error = checks[name]?.(input.value);
@@ -104,7 +123,7 @@ const checkedInputs = (form) => controls(form).filter((control) => control.match
 
 function describe(form) {
   for (const field of form.querySelectorAll(".field")) {
-    const target = field.getAttribute("role") === "radiogroup" ? field : field.querySelector("input, select, textarea");
+    const target = field.hasAttribute("role") ? field : field.querySelector("input, select, textarea");
     const name = target.id || target.querySelector("input").name;
     const help = field.querySelector(".help");
     const error = document.createElement("p");
@@ -132,6 +151,7 @@ function checkWhileTyping(form) {
     for (const input of checkedInputs(form)) if (input === target || input.hasAttribute("aria-invalid")) check(input, form);
   });
   form.addEventListener("reset", () => setTimeout(() => {
+    for (const input of composed(form)) input.value = input.dataset.stored;
     applyModes(form);
     for (const input of checkedInputs(form)) check(input, form);
     message("");
@@ -145,13 +165,19 @@ function prepareSecrets(form) {
   }
 }
 
+// The dialog stands before each save, or, where a button has data-ask, before a save that brings or needs a restart.
+function mustAsk(form, submitter) {
+  if (submitter?.hasAttribute("data-ask") || !form.querySelector("[data-ask]")) return true;
+  return [...form.querySelectorAll("[data-restart]")].some(isChanged);
+}
+
 function prepareSaving(form) {
   const dialog = form.querySelector("dialog");
   dialog?.querySelector("[data-close]").addEventListener("click", () => dialog.close());
   let leaving = false;
   form.addEventListener("submit", (event) => {
     const wrong = checkedInputs(form).filter((input) => !check(input, form));
-    if (wrong.length || (dialog && !dialog.open)) {
+    if (wrong.length || (dialog && !dialog.open && mustAsk(form, event.submitter))) {
       event.preventDefault();
       if (wrong.length) {
         dialog?.close();
@@ -178,6 +204,6 @@ export function prepareForm(form) {
   checkWhileTyping(form);
   prepareSecrets(form);
   prepareSaving(form);
-  const anything = [...form.querySelectorAll(".field")].some((field) => !field.closest("[hidden]"));
+  const anything = [...form.querySelectorAll(".field, .items")].some((field) => !field.closest("[hidden]"));
   form.querySelector(".bar").hidden = !anything;
 }

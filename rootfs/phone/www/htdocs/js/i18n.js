@@ -39,7 +39,7 @@ export function translatePage(root) {
     if (node.nodeType === Node.ELEMENT_NODE) {
       for (const name of attributes) if (node.hasAttribute(name)) node.setAttribute(name, t(node.getAttribute(name)));
     } else if (node.data.trim()) {
-      node.data = node.data.replace(/\S(?:.*\S)?/s, t);
+      node.data = node.data.replace(/\S(?:.*\S)?/s, (text) => t(text));
     }
   }
 }

@@ -7,10 +7,16 @@ const readSeconds = 4;       // how long a message stays before the page goes ba
 const askSeconds = 2;        // between two looks whether the phone is back
 const patienceSeconds = 180; // a phone that takes longer may have got another address
 
+const aliases = new Map([["Password", "security"]]);  // names in notices that are no pages
+// Pages that tell themselves whether the work goes on: the question, and the answer while it does.
+const workers = new Map([["settings-autop", { question: "/servlet?p=settings-autop&q=result", busy: "autoprovision" }]]);
+
 const notice = document.getElementById("notice");
 const link = document.getElementById("notice-link");
 const progress = document.getElementById("notice-progress");
-const [timer, page, ...rest] = notice.dataset.notice.split("$");
+const [timer, name, ...rest] = notice.dataset.notice.split("$");
+const page = aliases.get(name) ?? name;
+const worker = workers.get(page);
 
 function addressOf(name) {
   const entry = document.querySelector(`#navigation [data-page="${CSS.escape(name)}"]`);
@@ -25,6 +31,7 @@ const wait = (seconds) => new Promise((done) => setTimeout(done, seconds * 1000)
 // it had been away.
 async function isBack(state) {
   try {
+    if (worker) return (await ask(worker.question)).trim() !== worker.busy;
     await ask(addressOf(page), "application/json");
     return state.wasAway;
   } catch (error) {
@@ -42,7 +49,7 @@ async function waitForPhone() {
   do {
     await wait(askSeconds);
     const seconds = Math.round((Date.now() - begin) / 1000);
-    progress.textContent = seconds < patienceSeconds
+    progress.textContent = seconds < patienceSeconds || (worker && !state.wasAway)
       ? t("Waiting for the phone: %1 s", seconds)
       : t("The phone has not come back yet. It may have another address now: its screen shows it.");
   } while (!await isBack(state));

@@ -1,7 +1,7 @@
 // Shows and hides tabs and settings by the level of who is logged in. Presentation only: the phone's pages answer
 // whoever is logged in.
 //
-// ShowLevel is "tab=code&tab=code$setting=code&setting=code"; without "$" it holds settings alone. Codes: "0" admin,
+// ShowLevel is "tab=code&tab=code$setting=code&setting=code"; without "$" it holds one of both alone. Codes: "0" admin,
 // "1" admin and var, "2" everyone, "3" nobody. A setting without a code, or with another one, is shown to admin only:
 // hiding too much is noticed and mended, showing too much is not.
 const ranks = new Map([["admin", 0], ["var", 1]]);
@@ -11,10 +11,10 @@ const codes = (list) => new Map(list.split("&").map((entry) => {
   return [entry.slice(0, end), entry.slice(end + 1)];
 }));
 
-// {tabs, items}: maps from key to code; tabs is null when the page says nothing about tabs.
+// {tabs, items}: maps from key to code.
 export function parseLevels(text) {
   const end = text.indexOf("$");
-  return { tabs: end < 0 ? null : codes(text.slice(0, end)), items: codes(text.slice(end + 1)) };
+  return { tabs: codes(end < 0 ? text : text.slice(0, end)), items: codes(text.slice(end + 1)) };
 }
 
 export function maySee(identity, code) {
@@ -23,7 +23,7 @@ export function maySee(identity, code) {
   return (ranks.get(identity) ?? 2) <= needed;
 }
 
-// A page speaks of the tabs of its own section only; those of the others are shown.
+// A page speaks of tabs of its own section only, and not always of all; those it leaves out are shown.
 function applyToNavigation(page, identity, tabs) {
   const own = document.querySelector(`#navigation [data-page="${CSS.escape(page)}"]`);
   if (!own) return true;
@@ -31,9 +31,9 @@ function applyToNavigation(page, identity, tabs) {
   section.classList.add("current");
   section.querySelector("a").setAttribute("aria-current", "true");
   own.setAttribute("aria-current", "page");
-  if (!tabs) return true;
   const visible = [...section.querySelectorAll("[data-page]")].filter((tab) => {
-    const shown = !tab.dataset.tab || maySee(identity, tabs.get(tab.dataset.tab));
+    const { tab: key } = tab.dataset;
+    const shown = !key || !tabs.has(key) || maySee(identity, tabs.get(key));
     tab.parentElement.hidden = !shown;
     return shown;
   });

@@ -1,0 +1,107 @@
+// Two lists whose items are put in order and moved from one to the other: by the buttons of each item, by Alt and an
+// arrow key, or by dragging. Each list writes its items' data-entry, joined by commas, to the hidden field that its
+// data-field names.
+import { t } from "./i18n.js";
+
+const nameOf = (item) => item.querySelector("span").textContent;
+
+// lists: [first, second]; moveTexts: what the button of an item of each list says.
+export function orderLists(lists, moveTexts) {
+  const news = document.createElement("p");
+  news.className = "only-read";
+  news.setAttribute("role", "status");
+  lists[0].after(news);
+  const { form } = document.querySelector(`input[name="${lists[0].dataset.field}"]`);
+  const fieldOf = (list) => form.elements[list.dataset.field];
+  const otherOf = (list) => lists[1 - lists.indexOf(list)];
+  const items = lists.map((list) => [...list.children]);
+
+  const store = () => {
+    for (const list of lists) {
+      fieldOf(list).value = [...list.children].map((item) => item.dataset.entry).join(",");
+      [...list.children].forEach((item) => {
+        item.querySelector("[data-step='-1']").disabled = !item.previousElementSibling;
+        item.querySelector("[data-step='1']").disabled = !item.nextElementSibling;
+        item.querySelector("[data-over]").textContent = moveTexts[lists.indexOf(list)];
+        item.querySelector("[data-over]").setAttribute("aria-label", `${moveTexts[lists.indexOf(list)]}: ${nameOf(item)}`);
+      });
+    }
+  };
+
+  // Puts the item before another one of a list, or at its end; the focus stays where it was.
+  const place = (item, list, before) => {
+    const focused = item.contains(document.activeElement) ? document.activeElement : null;
+    list.insertBefore(item, before);
+    store();
+    (focused?.disabled ? item.querySelector("button:enabled") : focused)?.focus();
+    const position = [...list.children].indexOf(item) + 1;
+    const title = document.getElementById(list.getAttribute("aria-labelledby")).textContent;
+    news.textContent = t("%1: %2, %3 of %4", nameOf(item), title, position, list.children.length);
+  };
+
+  const step = (item, by) => {
+    const list = item.parentElement;
+    const neighbour = by < 0 ? item.previousElementSibling : item.nextElementSibling;
+    if (neighbour) place(item, list, by < 0 ? neighbour : neighbour.nextElementSibling);
+  };
+  const moveOver = (item) => place(item, otherOf(item.parentElement), null);
+
+  const addButton = (item, text, label, data, act) => {
+    const button = document.createElement("button");
+    button.type = "button";
+    button.textContent = text;
+    button.setAttribute("aria-label", label);
+    Object.assign(button.dataset, data);
+    button.addEventListener("click", () => act(item));
+    item.append(button);
+  };
+
+  const onKey = (event, item) => {
+    const by = { ArrowUp: -1, ArrowDown: 1 }[event.key];
+    if (event.altKey && by) {
+      step(item, by);
+    } else if (event.altKey && ["ArrowLeft", "ArrowRight"].includes(event.key)) {
+      moveOver(item);
+    } else if (by) {
+      const row = by < 0 ? item.previousElementSibling : item.nextElementSibling;
+      const same = [...item.children].indexOf(document.activeElement);
+      (row?.children[same]?.disabled ? row.querySelector("[data-over]") : row?.children[same])?.focus();
+    } else {
+      return;
+    }
+    event.preventDefault();
+  };
+
+  let dragged = null;
+  for (const item of items.flat()) {
+    addButton(item, "↑", t("Move up: %1", nameOf(item)), { step: -1 }, (one) => step(one, -1));
+    addButton(item, "↓", t("Move down: %1", nameOf(item)), { step: 1 }, (one) => step(one, 1));
+    addButton(item, "", "", { over: "" }, moveOver);
+    item.draggable = true;
+    item.addEventListener("keydown", (event) => onKey(event, item));
+    item.addEventListener("dragstart", (event) => {
+      dragged = item;
+      event.dataTransfer.setData("text/plain", item.dataset.entry);
+      event.dataTransfer.effectAllowed = "move";
+    });
+    item.addEventListener("dragend", () => { dragged = null; });
+  }
+  for (const list of lists) {
+    list.addEventListener("dragover", (event) => { if (dragged) event.preventDefault(); });
+    list.addEventListener("drop", (event) => {
+      if (!dragged) return;
+      event.preventDefault();
+      const below = [...list.children].find((item) => {
+        const { top, height } = item.getBoundingClientRect();
+        return item !== dragged && event.clientY < top + height / 2;
+      });
+      place(dragged, list, below ?? null);
+    });
+  }
+  store();
+  for (const list of lists) fieldOf(list).dataset.stored = fieldOf(list).value;
+  form.addEventListener("reset", () => {
+    lists.forEach((list, index) => list.append(...items[index]));
+    store();
+  });
+}

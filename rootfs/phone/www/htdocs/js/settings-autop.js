@@ -1,0 +1,13 @@
+// The days of the weekly update: boxes that make up the field's digits, 0 for Sunday to 6.
+const field = document.getElementById("days");
+const mask = field.querySelector("input[type=hidden]");
+const boxes = [...field.querySelectorAll("input[type=checkbox]")];
+
+const show = () => { for (const box of boxes) box.checked = mask.value.includes(box.value); };
+const digits = () => boxes.filter((box) => box.checked).map((box) => box.value).sort().join("");
+
+show();
+mask.value = digits();
+mask.dataset.stored = mask.value;
+field.addEventListener("change", () => { mask.value = digits(); });
+mask.form.addEventListener("reset", () => setTimeout(show));  // the form has given the field its first value back

@@ -1,0 +1,14 @@
+// The page "features-remotecontrl": which systems may command the phone.
+#pragma once
+
+#include "framework/servlet_base.h"
+
+class FeaturesRemoteContrlServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};

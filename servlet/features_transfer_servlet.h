@@ -1,0 +1,14 @@
+// The page "features-transfer": how calls are passed on.
+#pragma once
+
+#include "framework/servlet_base.h"
+
+class FeaturesTransferServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
