@@ -15,6 +15,7 @@ done
 # A folder that was configured otherwise is configured anew.
 stamp="$folder/options"
 wanted="${options[*]}"
+mkdir -p "$folder"
 if [ ! -f "$folder/build.ninja" ] || [ "$(cat "$stamp" 2>/dev/null)" != "$wanted" ]; then
   cmake -S . -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "${options[@]}" >"$folder.log" 2>&1 ||
     { cat "$folder.log" >&2; exit 1; }

@@ -116,9 +116,11 @@ TEST_F(ActionUriTest, StrangersAreRefusedAndNoted) {
     const char* trusted;
     bool trusts;
   };
-  const Row rows[] = {{"10.0.*.*", false},   {"192.0.2.*", true}, {"2.0.2.7", true},
-                      {"", false},           {"ANY", true},       {"x,,192.0.2.7", true},
-                      {"(,192.0.2.7", true}, {"anyone", false},   {"192a0b2c7", false}};
+  const Row rows[] = {{"10.0.*.*", false},   {"192.0.2.*", true},
+                      {"2.0.2.7", true},     {"", false},
+                      {"ANY", true},         {"x,,192.0.2.7", true},
+                      {"(,192.0.2.7", true}, {"anyone", false},
+                      {"192a0b2c7", false},  {"((1{255}){255}){255},192.0.2.7", true}};
   for (const Row& row : rows) {
     setConfig("AURILimitIP", row.trusted);
     EXPECT_EQ(IsTrustIP("192.0.2.7"), row.trusts) << row.trusted;
