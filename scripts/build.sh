@@ -3,6 +3,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+# What one checkout compiled serves another.
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+
 folder=$1
 shift
 options=()
