@@ -111,18 +111,19 @@ class WalkTest : public PhoneTest {
 
   // Asks a page for its form as its visitors do; each scenario brings out what another one does not.
   Rendered open(const std::string& page, const std::string& factory, const FakeRequest& asked = {}) {
-    if (!handlers_.contains(factory)) {
+    HttpServlet*& handler = handlers_[factory];
+    if (!handler) {
       const auto create = reinterpret_cast<HttpServlet* (*)()>(dlsym(module_, factory.c_str()));
       if (!create) throw std::runtime_error("no factory " + factory);
-      handlers_[factory] = create();
-      handlers_[factory]->init();
+      handler = create();
     }
+    handler->init();
     FakeRequest request = asked;
     request.session = &request.ownSession;
     request.ownSession.attributes["user"] = "admin";
     if (request.fields.empty()) request.fields = {{"q", page == "login" ? "loginForm" : "load"}, {"acc", "0"}};
     RenderingResponse response(file("/"));
-    handlers_[factory]->onRequest(&request, &response);
+    handler->onRequest(&request, &response);
     return response.rendered;
   }
 
@@ -156,7 +157,7 @@ class WalkTest : public PhoneTest {
   }
 
   void* module_;
-  std::map<std::string, HttpServlet*> handlers_;
+  static inline std::map<std::string, HttpServlet*> handlers_;  // they live as long as the module
 };
 
 // A page without a form of its own: it answers the browser's questions only.
