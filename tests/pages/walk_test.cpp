@@ -157,7 +157,8 @@ class WalkTest : public PhoneTest {
   }
 
   void* module_;
-  static inline std::map<std::string, HttpServlet*> handlers_;  // they live as long as the module
+  // As in a host, handlers live as long as the process.
+  static inline auto& handlers_ = *new std::map<std::string, HttpServlet*>;
 };
 
 // A page without a form of its own: it answers the browser's questions only.
