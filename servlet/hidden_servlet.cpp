@@ -1,5 +1,9 @@
 #include "servlet/hidden_servlet.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
@@ -28,28 +32,17 @@ constexpr const char* kShownKeys[] = {"EthernetWANPortLink",
                                       "LogonWizard",
                                       "BSFTActive",
                                       "RedirectEnable"};
-constexpr const char* kStoredKeys[] = {"EthernetWANPortLink",
-                                       "EthernetPCPortLink",
-                                       "VolumeButtonSoundOn",
-                                       "VolumeSendKeySoundOn",
-                                       "HeadsetSend",
-                                       "OnhookBlindTranSwitch",
-                                       "SemiAttendedTranSwitch",
-                                       "TranAfterConfExitSwitch",
-                                       "SipReservePound",
-                                       "SipRFC2543Hold",
-                                       "SipUseOutBoundInDialog",
-                                       "EnableReplaceAll",
-                                       "FactoryConfigCustomEnabled",
-                                       "DndForbidden",
-                                       "ForwardForbidden",
-                                       "Deal180After183",
-                                       "LogonWizard",
-                                       "RedirectEnable"};
+// A save leaves the one key out that takes effect with a restart alone.
+constexpr auto kStoredKeys = [] {
+  auto keys = std::to_array(kShownKeys);
+  std::ranges::replace_if(
+      keys, [](std::string_view key) { return key == "BSFTActive"; }, nullptr);
+  return keys;
+}();
 constexpr const char* kItems[] = {"HiddenSettingNetwork", "HiddenPhoneSetting", "HiddenCustomFactoryConfig",
                                   "HiddenForwardActive",  "HiddenDNDActive",    "HiddenPushxml"};
 constexpr Visibility kVisibility{.items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kItems));
+static_assert(allUnique(kShownKeys) && allUnique(kItems));
 }  // namespace
 
 int HiddenServlet::onRequest(HttpRequest* request, HttpResponse* response) {
@@ -71,7 +64,7 @@ int HiddenServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
 
 int HiddenServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
   if (IsInTalking(response)) return 1;
-  writeConfigOperate(GLOBAL_FILE, kStoredKeys, request, 0);
+  writeConfigOperate(GLOBAL_FILE, kStoredKeys.data(), static_cast<int>(kStoredKeys.size()), request, 0);
   if (wantsReboot(request)) {
     writeConfigOperate(GLOBAL_FILE, "BSFTActive", request, 0);
     SetNoticePage(response, true, "hidden", kRebootingNotice);
