@@ -22,6 +22,7 @@
 
 namespace {
 
+constexpr std::size_t kPatternEnd = 6;  // characters that make an upload's path unique
 constexpr int kDefaultRebootDelay = 2;
 constexpr int kRegistered = 2;
 constexpr int kLastSipAccount = 5;
@@ -84,6 +85,17 @@ bool CheckConfigFreeSize(HttpRequest* request, HttpResponse* response, const cha
   if (request->getContentLength() < GetPartionFreeSize("/config/") - kConfigReserve + replaced) return true;
   SetNoticePage(response, false, "notice", "Error:No space left!");
   return false;
+}
+
+std::string uploadedFile(HttpRequest* request, const char* field, const char* pattern) {
+  request->setUploadFileTemplate(pattern);
+  const char** values = request->getParameterValues(field);
+  const std::string_view path = values && values[0] ? values[0] : "";
+  const std::string_view front(pattern, std::strlen(pattern) - kPatternEnd);
+  const bool stored =
+      path.size() == front.size() + kPatternEnd && path.starts_with(front) && isPlainName(path.substr(front.size()));
+  if (!stored && !path.empty()) log_log(2, 4, "uploadedFile() %s is no file\n", field);
+  return stored ? std::string(path) : "";
 }
 
 bool RenameUploadFile(const char* upload, const char* target) {

@@ -27,6 +27,10 @@ bool CheckUploadFile(HttpRequest* request, const char* partition, const char* fo
 // answer. False without an answer when an argument is missing.
 bool CheckConfigFreeSize(HttpRequest* request, HttpResponse* response, const char* existing, bool isFolder);
 
+// The path of the file uploaded in a field, stored under `pattern` (ending in "XXXXXX"). Empty when there is none, and
+// when the field holds a text in place of a file: that must never be taken for a path.
+std::string uploadedFile(HttpRequest* request, const char* field, const char* pattern);
+
 // Moves an upload over the target. False, with the target gone, when the rename fails.
 bool RenameUploadFile(const char* upload, const char* target);
 

@@ -73,11 +73,10 @@ TMPL_varlist* addLogo(TMPL_varlist* list) {
 const char* takeLogo(HttpRequest* request) {
   if (isTalking()) return "talking";
   CommandShell(("mkdir -p " + quotedPath(kFolder)).c_str());
-  request->setUploadFileTemplate("/tmp/logofile_XXXXXX");
-  const char** upload = request->getParameterValues("logoFile");
-  if (!upload || !upload[0]) return nullptr;
-  if (!RenameUploadFile(upload[0], kUpload)) {
-    unlink(phonePath(upload[0]).c_str());
+  const std::string upload = uploadedFile(request, "logoFile", "/tmp/logofile_XXXXXX");
+  if (upload.empty()) return nullptr;
+  if (!RenameUploadFile(upload.c_str(), kUpload)) {
+    unlink(phonePath(upload).c_str());
     return "fail";
   }
   const bool onScreen = fitsScreen(kUpload);

@@ -165,6 +165,18 @@ TEST_F(LogoTest, MustFitTheScreen) {
   EXPECT_EQ(config("LCDLogo"), "2");
 }
 
+TEST_F(LogoTest, TextsInPlaceOfAFileAreNoPaths) {
+  const std::string passwords = content("/config/data/htpasswd");
+  write("/tmp/logofile_/abcde", "x");
+  for (const char* text : {"/config/data/htpasswd", "/tmp/../config/data/htpasswd", "/tmp/logofile_/abcde",
+                           "/tmp/logofile_", "/tmp/logofile_abc1234", "/tmp/logofile_abc.12", ""}) {
+    const RecordingResponse answer = run<FeaturesGeneralServlet>("uploadLogo", {{"logoFile", text}});
+    EXPECT_EQ(answer.variable("result"), "(absent)") << text;
+  }
+  EXPECT_EQ(content("/config/data/htpasswd"), passwords);
+  EXPECT_EQ(content("/tmp/logofile_/abcde"), "x");
+}
+
 TEST_F(LogoTest, IsShownAndDeleted) {
   EXPECT_EQ(run<FeaturesGeneralServlet>("load").variable("userLogoHide"), "true");
   setState(R"({"phoneType":28})");
