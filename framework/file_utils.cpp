@@ -11,8 +11,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -138,8 +136,12 @@ bool replaceFile(const char* path, std::string_view content) {
 }
 
 bool readFile(const char* path, std::string& content) {
-  std::ifstream file(phonePath(path), std::ios::binary);
-  if (!file) return false;
-  content.assign(std::istreambuf_iterator<char>(file), {});
-  return !file.bad();
+  const int file = open(phonePath(path).c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return false;
+  content.clear();
+  char block[4096];
+  ssize_t count = 0;
+  while ((count = read(file, block, sizeof block)) > 0) content.append(block, static_cast<std::size_t>(count));
+  close(file);
+  return count == 0;
 }

@@ -11,6 +11,7 @@
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
+#include "servlet/account_field.h"
 #include "servlet/account_servers.h"
 #include "servlet/registration_status.h"
 
@@ -74,18 +75,18 @@ int AccountRegisterServlet::writeConfig(HttpRequest* request, HttpResponse* resp
     log_log(2, 4, " AccountRegisterServlet::writeConfig() accountID is NULL\n");
     return 1;
   }
-  const int account = parseInt(text).value_or(-1);
-  if (account < 0 || account >= GetAccountMax()) {
+  const std::optional<int> account = validAccount(text);
+  if (!account) {
     log_log(2, 4, " AccountRegisterServlet::writeConfig() accountID is invail\n");
     return 1;
   }
-  writeConfigOperate(ACCOUNT_FILE, kKeys, request, account);
-  writeConfigOperate(ACCOUNT_FILE, "AccountSIPServerHost", request->getParameter("server1"), account);
-  writeConfigOperate(ACCOUNT_FILE, "AccountSIPServerPort", request->getParameter("port1"), account);
-  writeSecret(ACCOUNT_FILE, "AccountPassword", request->getParameter("AccountPassword"), account);
-  storeServers(account, request);
-  broadcastConfigChanged(ConfigArea::kAccount, account);
-  response->sendRedirect(("/servlet?p=account-register&q=load&acc=" + std::to_string(account)).c_str());
+  writeConfigOperate(ACCOUNT_FILE, kKeys, request, *account);
+  writeConfigOperate(ACCOUNT_FILE, "AccountSIPServerHost", request->getParameter("server1"), *account);
+  writeConfigOperate(ACCOUNT_FILE, "AccountSIPServerPort", request->getParameter("port1"), *account);
+  writeSecret(ACCOUNT_FILE, "AccountPassword", request->getParameter("AccountPassword"), *account);
+  storeServers(*account, request);
+  broadcastConfigChanged(ConfigArea::kAccount, *account);
+  response->sendRedirect(("/servlet?p=account-register&q=load&acc=" + std::to_string(*account)).c_str());
   return 1;
 }
 

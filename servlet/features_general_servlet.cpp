@@ -1,15 +1,12 @@
 #include "servlet/features_general_servlet.h"
 
-#include <array>
-
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
 #include "framework/page_utils.h"
-#include "framework/phone_messages.h"
 #include "framework/visibility.h"
+#include "servlet/general_settings.h"
 #include "servlet/logo.h"
-#include "servlet/session_login.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"CallWaitingSwitch",
@@ -75,46 +72,6 @@ constexpr const char* kShownKeys[] = {"CallWaitingSwitch",
                                       "TextLogo",
                                       "EnableVoiceMailTone",
                                       "DhcpHostnameValue"};
-constexpr const char* kStoredKeys[] = {"HotlineNumber",
-                                       "HotlineDelay",
-                                       "BusytoneDelay",
-                                       "NormalRefuseCode",
-                                       "DNDRefuseCode",
-                                       "EnableHideDTMF",
-                                       "EnableDTMFDelay",
-                                       "PlayHoldToneSwitch",
-                                       "PlayHoldToneDelay",
-                                       "LocalDtmfTone",
-                                       "AutoAnswerDelay",
-                                       "HeadsetPriorSwitch",
-                                       "EnableDTMFReplaceTran",
-                                       "TransferDTMF",
-                                       "ReLogOffTime",
-                                       "PSWDialPrefix",
-                                       "PSWDialLength",
-                                       "EnablePSWDial",
-                                       "EnableSendPoundKey",
-                                       "AllowMute",
-                                       "HeadsetTrainingSwitch",
-                                       "CalllogShowNumEnable",
-                                       "KeyAsSendSwitch",
-                                       "DialNowDelay",
-                                       "GPickupSwitch",
-                                       "GPickupCode",
-                                       "DPickupSwitch",
-                                       "DPickupCode",
-                                       "PickupAllowBlfRing",
-                                       "IndicationBLFPickup",
-                                       "CallParkSwitch",
-                                       "GroupCallParkSwitch",
-                                       "CallParkVisualNotifySwitch",
-                                       "AllowTransExistCall",
-                                       "CallParkRingNotifyType",
-                                       "DiversionEnable",
-                                       "EnableDirectIPCall",
-                                       "CallNumFilter",
-                                       "EnableVoiceMailTone",
-                                       "DhcpHostnameValue"};
 constexpr const char* kMenu[] = {"features-general",  "features-forward",   "features-audio",
                                  "features-intercom", "features-transfer",  "features-callpickup",
                                  "features-remote",   "features-phonelock", "features-acd",
@@ -168,45 +125,7 @@ constexpr const char* kItems[] = {"FeaturesCallWaiting",
                                   "FeaturesVoiceMailTone",
                                   "FeaturesDhcpHostname"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 2048};
-static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu) && allUnique(kItems));
-
-// Keys that are stored together, and who is told when one of them changed.
-struct SaveGroup {
-  std::array<const char*, 5> keys;
-  void (*announce)(ConfigArea area, int detail);
-  ConfigArea area;
-};
-constexpr SaveGroup kInternational{{"ForwardInternationalEnable"}, broadcastConfigChanged, ConfigArea::kForward};
-constexpr SaveGroup kGroups[] = {
-    {{"CallWaitingSwitch", "CallWaitingOnCode", "CallWaitingOffCode"}, postConfigChanged, ConfigArea::kAudio},
-    {{"BroadsoftFeatureKeySync"}, broadcastConfigChanged, ConfigArea::kFeatureKeySync},
-    {{"LCDLogo"}, postConfigChanged, ConfigArea::kLogo},
-    {{"TextLogo"}, postConfigChanged, ConfigArea::kLogo},
-    {{"CallCompletionSwitch"}, postConfigChanged, ConfigArea::kCallCompletion},
-    {{"SaveCallLogSwitch"}, postConfigChanged, ConfigArea::kCallLog},
-    {{"ClosePowerLight"}, postConfigChanged, ConfigArea::kPowerLight},
-    {{"SipReservePound", "SipRFC2543Hold", "SipUseOutBoundInDialog", "Deal180After183", "LogonWizard"},
-     broadcastConfigChanged,
-     ConfigArea::kSip},
-    {{"PayloadType"}, broadcastConfigChanged, ConfigArea::kMulticast},
-    {{"AutoRedialInterval", "AutoRedialTimes", "AutoRedialSwitch"}, postConfigChanged, ConfigArea::kAutoRedial},
-    {{"Dtmfrep"}, broadcastConfigChanged, ConfigArea::kVoice},
-};
-
-void storeGroup(const SaveGroup& group, HttpRequest* request) {
-  const int count = static_cast<int>(group.keys.size());
-  if (writeConfigOperate(GLOBAL_FILE, group.keys.data(), count, request, 0) > 0) group.announce(group.area, 0);
-}
-
-// Automatic answering of calls by address belongs to the account behind the six that register.
-constexpr int kAddressCallAccount = 6;
-
-// The session that saves a new idle time has it at once.
-void applyIdleTime(HttpRequest* request) {
-  const char* minutes = request->getParameter("ReLogOffTime");
-  if (minutes) setSessionIdleMinutes(request, minutes);
-}
-
+static_assert(allUnique(kShownKeys) && allUnique(kMenu) && allUnique(kItems));
 }  // namespace
 
 int FeaturesGeneralServlet::onRequest(HttpRequest* request, HttpResponse* response) {
@@ -229,14 +148,7 @@ int FeaturesGeneralServlet::loadConfig(HttpRequest* request, HttpResponse* respo
 
 int FeaturesGeneralServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
   if (IsInTalking(response)) return 1;
-  writeConfigOperate(GLOBAL_FILE, kStoredKeys, request, 0);
-  writeConfigOperate(ACCOUNT_FILE, "AccountAutoAnswerSwitch", request, kAddressCallAccount);
-  storeGroup(kInternational, request);
-  applyIdleTime(request);
-  for (const SaveGroup& group : kGroups) storeGroup(group, request);
-  if (writeConfigOperate(GLOBAL_FILE, "BLFLedOffInIdle", request, 0) > 0) {
-    postMessage(kPhoneApplication, kBusyLampsChanged);
-  }
+  storeGeneralSettings(request);
   if (wantsReboot(request)) {
     sysReboot(-1);
     SetNoticePage(response, true, "features-general", kRebootingNotice);

@@ -1,5 +1,6 @@
 #include "servlet/push_xml.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -14,18 +15,18 @@ namespace {
 constexpr char kDocument[] = "/tmp/XmlBrowserFile.xml";
 constexpr std::string_view kBodyField = "xml=";
 constexpr std::size_t kServerListSize = 256;
+constexpr std::size_t kBlockSize = 4096;
 
 // What is behind "xml=" in the body, as received; empty for any other body.
 std::string documentInBody(HttpRequest* request) {
-  const int length = request->getContentLength();
-  std::string body(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
-  std::size_t size = 0;
-  while (size < body.size()) {
-    const int count = request->read(body.data() + size, static_cast<int>(body.size() - size));
+  char block[kBlockSize];
+  std::string body;
+  for (int left = request->getContentLength(); left > 0;) {
+    const int count = request->read(block, std::min(left, static_cast<int>(sizeof block)));
     if (count <= 0) break;
-    size += static_cast<std::size_t>(count);
+    body.append(block, static_cast<std::size_t>(count));
+    left -= count;
   }
-  body.resize(size);
   return body.starts_with(kBodyField) ? body.substr(kBodyField.size()) : "";
 }
 

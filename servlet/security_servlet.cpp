@@ -22,10 +22,24 @@ static_assert(allUnique(kMenu));
 
 constexpr std::size_t kLineSize = 256;
 
-// Whether `user` may manage the account of that identity. Names that are no identity are everybody's.
-bool mayManage(std::string_view user, std::string_view identity, bool varEnabled) {
+// Whether `user` sees the account of that identity. Names that are no identity are everybody's.
+bool isListed(std::string_view user, std::string_view identity, bool varEnabled) {
   if (identity == "var" && (!varEnabled || user == "user")) return false;
   return identity != "admin" || (user != "user" && user != "var");
+}
+
+// The session's identity. A session that came in by an Action URI holds a login name in its place.
+std::string identityOf(const std::string& user) {
+  std::string identity = user;
+  if (user != "admin" && user != "var" && user != "user") GetIdentityByName(user.c_str(), &identity);
+  return identity;
+}
+
+// Whether the password of `mode` is the user's to change. The administrator's is so to a session of that very identity
+// alone, not to one with the administrator's login name.
+bool mayChange(const std::string& user, const std::string& identity, std::string_view mode) {
+  if (user == "admin") return true;
+  return mode != "admin" && (mode == identity || identity == "admin" || (identity == "var" && mode == "user"));
 }
 
 TMPL_loop* userRows(std::string_view passwords, std::string_view user) {
@@ -41,7 +55,7 @@ TMPL_loop* userRows(std::string_view passwords, std::string_view user) {
     name.resize(colon);
     std::string identity;
     GetIdentityByName(name.c_str(), &identity);
-    if (!mayManage(user, identity, varEnabled)) continue;
+    if (!isListed(user, identity, varEnabled)) continue;
     rows = TMPL_add_varlist(rows, TMPL_add_var(nullptr, "typeName", name.c_str(), "typeValue", identity.c_str(),
                                                "selected", name == user ? "selected" : "", nullptr));
   }
@@ -96,14 +110,15 @@ int SecurityServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
     return 1;
   }
   log_log(2, 6, "userType = %s, user=%s\n", mode, user.c_str());
+  const std::string identity = identityOf(user);
   std::string name;
   GetNameByIdentity(&name, mode);
-  if (name.empty() || !mayManage(user, mode, true)) {
+  if (name.empty() || !mayChange(user, identity, mode)) {
     SetNoticePage(response, false, "security", "Error:You don't have enough jurisdiction!");
     return 1;
   }
   filePassword passwords(kPasswordFile);
-  if (mode == user && !isOwnPassword(passwords, name, request)) {
+  if (mode == identity && !isOwnPassword(passwords, name, request)) {
     SetNoticePage(response, false, "security", "Error:The password is error!");
     return 1;
   }

@@ -28,7 +28,7 @@ constexpr std::size_t kCountryNameSize = 64;
 
 // "Custom", then each country that the phone has tones of.
 TMPL_loop* countryRows() {
-  const std::string current = readConfigText("ToneCountry", kCountrySize);
+  const std::string current = readConfigPlain("ToneCountry", kCountrySize);
   std::vector<std::string> countries;
   registrySections("/config/tone/CptToneCountry.cfg", countries);
   countries.insert(countries.begin(), "Custom");

@@ -229,6 +229,16 @@ TEST_F(SecurityTest, PasswordsChangeByRank) {
   EXPECT_EQ(change("user", "var", "user", "x"), denied);
   EXPECT_EQ(change("admin", "root", "admin", "x"), denied);
   EXPECT_EQ(change("user", "user", "wrong", "x"), "setTimeout$security$Error:The password is error!");
+  // Sessions that an Action URI logged in hold a login name, which has its identity's rights at the most.
+  setConfig("UserNameUser", "joe");
+  setConfig("UserNameAdmin", "boss");
+  EXPECT_EQ(change("joe", "admin", "", "x"), denied);
+  EXPECT_EQ(change("joe", "var", "", "x"), denied);
+  EXPECT_EQ(change("joe", "user", "", "x"), "setTimeout$security$Error:The password is error!");
+  EXPECT_EQ(change("boss", "admin", "", "x"), denied);
+  EXPECT_EQ(change("nobody", "user", "", "x"), denied);
+  setConfig("UserNameUser", "user");
+  setConfig("UserNameAdmin", "admin");
   EXPECT_EQ(content("/config/data/htpasswd"), before);
   EXPECT_EQ(change("admin", "user", "", "long new password"), done);
   EXPECT_EQ(change("var", "var", "var", "v2"), done);
