@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 
+#include "platform/phone_root.h"
 #include "simulator/exported_config.h"
 #include "simulator/files.h"
 
@@ -60,7 +61,7 @@ int expansionModules(const Phone& phone, const JournalEntry&) {
 }
 
 int exportConfig(const Phone& phone, const JournalEntry&) {
-  return replaceFile(phone.root + "/tmp/phonecfg.ini", exportedConfig(phone.config)) ? 1 : 0;
+  return replaceFile(phonePath("/tmp/phonecfg.ini"), exportedConfig(phone.config)) ? 1 : 0;
 }
 
 int provisioning(const Phone& phone, const JournalEntry&) {
@@ -92,7 +93,7 @@ bool startsProvisioning(const JournalEntry& message) {
 
 // What a change of the configuration brings about.
 void reload(Phone& phone, const JournalEntry& message) {
-  if (message.wParam == kAccountArea) phone.state.registerAccount(phone.config, phone.root, message.lParam);
+  if (message.wParam == kAccountArea) phone.state.registerAccount(phone.config, message.lParam);
   if (message.wParam != kNetworkArea) return;
   phone.state.bringUpNetwork(phone.config);
   if (phone.state.rebootSeconds > 0) phone.reboot("network settings");

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "platform/log.h"
+#include "platform/phone_root.h"
 #include "simulator/ini_file.h"
 
 namespace simulator {
@@ -32,7 +33,8 @@ std::optional<int> accountOfSection(std::string_view section) {
 
 // A file that this service wrote ends in its last line; one written by hand need not have either.
 bool isWhole(std::string_view bytes) {
-  return !bytes.empty() && isIniText(bytes) && (!bytes.starts_with(kFirstLine) || bytes.ends_with(kLastLine));
+  const bool isOurs = bytes.starts_with(kFirstLine) || kFirstLine.starts_with(bytes);
+  return isIniText(bytes) && (!isOurs || bytes.ends_with(kLastLine));
 }
 
 void keepAside(const std::string& path) {
@@ -47,7 +49,7 @@ void keepAside(const std::string& path) {
 }
 
 IniFile readDefaults(const std::string& path) {
-  const std::optional<std::string> bytes = readFile(path);
+  const std::optional<std::string> bytes = readFile(phonePath(path));
   if (!bytes) log_log(kLogModule, 4, "configuration: cannot read %s\n", path.c_str());
   return IniFile(bytes.value_or(""));
 }
@@ -89,10 +91,10 @@ std::optional<AccountKey> parseAccountConfigName(std::string_view name) {
   return AccountKey{*account, rest.substr(dot + 1)};
 }
 
-void ConfigStore::load(const std::string& root) {
-  loadDefaults(root + "/phone/factory/");
-  global_ = {root + "/config/global.ini", false, {}, {}};
-  accounts_ = {root + "/config/account.ini", true, {}, {}};
+void ConfigStore::load() {
+  loadDefaults("/phone/factory/");
+  global_ = {"/config/global.ini", false, {}, {}};
+  accounts_ = {"/config/account.ini", true, {}, {}};
   loadLive(global_);
   loadLive(accounts_);
 }
@@ -113,7 +115,7 @@ void ConfigStore::loadAccountDefaults(const std::string& folder) {
   });
   for (int account = 0; account < kMaxAccounts; ++account) {
     const std::string path = folder + "account" + std::to_string(account) + ".ini";
-    if (!fileStamp(path)) continue;
+    if (!fileStamp(phonePath(path))) continue;
     readDefaults(path).visit([this, account](const auto&, const auto& key, std::string value) {
       defaults_[accountConfigName(key, account)] = std::move(value);
     });
@@ -121,12 +123,13 @@ void ConfigStore::loadAccountDefaults(const std::string& folder) {
 }
 
 void ConfigStore::loadLive(LiveFile& file) {
+  const std::string path = phonePath(file.path);
   file.values.clear();
-  file.stamp = fileStamp(file.path);
+  file.stamp = fileStamp(path);
   if (!file.stamp) return;
-  const std::optional<std::string> bytes = readFile(file.path);
+  const std::optional<std::string> bytes = readFile(path);
   if (!bytes || !isWhole(*bytes)) {
-    keepAside(file.path);
+    keepAside(path);
     file.stamp.reset();
     return;
   }
@@ -139,7 +142,7 @@ void ConfigStore::loadLive(LiveFile& file) {
 
 void ConfigStore::reloadIfChanged() {
   for (LiveFile* file : {&global_, &accounts_}) {
-    if (fileStamp(file->path) != file->stamp) loadLive(*file);
+    if (fileStamp(phonePath(file->path)) != file->stamp) loadLive(*file);
   }
 }
 
@@ -182,11 +185,12 @@ int ConfigStore::store(LiveFile& file, const Values& values) {
     undo.emplace_back(name, found != file.values.end() ? std::optional(found->second) : std::nullopt);
     file.values[name] = value;
   }
-  if (replaceFile(file.path, serialize(file.values, file.isAccounts))) {
-    file.stamp = fileStamp(file.path);
+  const std::string path = phonePath(file.path);
+  if (replaceFile(path, serialize(file.values, file.isAccounts))) {
+    file.stamp = fileStamp(path);
     return static_cast<int>(values.size());
   }
-  log_log(kLogModule, 3, "configuration: cannot write %s\n", file.path.c_str());
+  log_log(kLogModule, 3, "configuration: cannot write %s\n", file.path);
   for (auto change = undo.rbegin(); change != undo.rend(); ++change) {
     if (change->second) {
       file.values[change->first] = std::move(*change->second);

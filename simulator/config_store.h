@@ -30,8 +30,8 @@ std::optional<AccountKey> parseAccountConfigName(std::string_view name);
 // threads at once.
 class ConfigStore {
  public:
-  // Reads everything from the tree below `root`.
-  void load(const std::string& root);
+  // Reads everything from the phone's tree.
+  void load();
   // Reads the live files again if somebody else replaced them.
   void reloadIfChanged();
 
@@ -52,7 +52,7 @@ class ConfigStore {
   };
   using Defaults = std::unordered_map<std::string, std::string, Hash, std::equal_to<>>;
   struct LiveFile {
-    std::string path;
+    const char* path;  // of the phone
     bool isAccounts;
     Live values;  // by name
     std::optional<FileStamp> stamp;
@@ -64,7 +64,7 @@ class ConfigStore {
   int store(LiveFile& file, const Values& values);
   LiveFile& fileOf(std::string_view name);
 
-  LiveFile global_, accounts_;
+  LiveFile global_{}, accounts_{};
   Defaults defaults_;         // by name
   Defaults accountDefaults_;  // by key, for every account
 };

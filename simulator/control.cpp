@@ -66,7 +66,7 @@ ControlReply state(const Request& request) {
   Phone& phone = simulator::phone();
   const std::lock_guard lock(phone.mutex);
   if (isPatch) {
-    if (const auto error = phone.state.patch(patch, phone.config, phone.root)) return errorReply(400, *error);
+    if (const auto error = phone.state.patch(patch, phone.config)) return errorReply(400, *error);
   }
   return jsonReply(phone.state.json());
 }

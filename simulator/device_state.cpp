@@ -4,6 +4,7 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
+#include "platform/phone_root.h"
 #include "simulator/applications.h"
 #include "simulator/ini_file.h"
 
@@ -256,18 +257,19 @@ Error mergeMember(const std::string& name, const json& value, DeviceState& state
   return {};
 }
 
-bool hasServer(const ConfigStore& config, const std::string& root, int account) {
+bool hasServer(const ConfigStore& config, int account) {
   if (!config.get(accountConfigName("AccountSIPServerHost", account)).empty()) return true;
-  const IniFile file(readFile(root + "/config/user/voip/sipAccount" + std::to_string(account) + ".cfg").value_or(""));
+  const std::string path = phonePath("/config/user/voip/sipAccount" + std::to_string(account) + ".cfg");
+  const IniFile file(readFile(path).value_or(""));
   return !file.get("sipserver1", "server").value_or("").empty() ||
          !file.get("sipserver2", "server").value_or("").empty();
 }
 
 }  // namespace
 
-void DeviceState::bringUp(const ConfigStore& config, const std::string& root) {
+void DeviceState::bringUp(const ConfigStore& config) {
   registration.assign(kAccountCount, kDisabled);
-  for (int account = 0; account < kAccountCount; ++account) registerAccount(config, root, account);
+  for (int account = 0; account < kAccountCount; ++account) registerAccount(config, account);
   bringUpNetwork(config);
 }
 
@@ -278,14 +280,14 @@ void DeviceState::bringUpNetwork(const ConfigStore& config) {
   }
 }
 
-void DeviceState::registerAccount(const ConfigStore& config, const std::string& root, int account) {
+void DeviceState::registerAccount(const ConfigStore& config, int account) {
   if (account < 0 || account >= kAccountCount) return;
   const auto index = static_cast<std::size_t>(account);
   if (registration.size() <= index) registration.resize(index + 1, kDisabled);
   int& status = registration[index];
   if (config.get(accountConfigName("AccountEnable", account)) != "1") {
     status = kDisabled;
-  } else if (!hasServer(config, root, account)) {
+  } else if (!hasServer(config, account)) {
     status = kRegisterFailed;
   } else {
     status = config.get(accountConfigName("AccountUserName", account)).empty() ? kUnregistered : kRegistered;
@@ -308,10 +310,10 @@ ordered_json DeviceState::json() const {
   return result;
 }
 
-Error DeviceState::patch(const nlohmann::json& patch, const ConfigStore& config, const std::string& root) {
+Error DeviceState::patch(const nlohmann::json& patch, const ConfigStore& config) {
   if (!patch.is_object()) return "the state is to be an object";
   DeviceState fresh, patched = *this;
-  fresh.bringUp(config, root);
+  fresh.bringUp(config);
   for (const auto& [name, value] : patch.items()) {
     if (Error error = mergeMember(name, value, patched, fresh)) return error;
   }

@@ -60,10 +60,9 @@ struct DeviceState {
   std::map<std::string, int> answers;  // by "THREAD 0xMESSAGE"
 
   // What the phone does when it comes up: registers its accounts and brings its interface up, from its configuration.
-  // `root` is the real path of the phone's tree.
-  void bringUp(const ConfigStore& config, const std::string& root);
+  void bringUp(const ConfigStore& config);
   void bringUpNetwork(const ConfigStore& config);
-  void registerAccount(const ConfigStore& config, const std::string& root, int account);
+  void registerAccount(const ConfigStore& config, int account);
 
   const std::string& networkText(NetworkField field) const;
   int registrationOf(int account) const;
@@ -71,7 +70,7 @@ struct DeviceState {
   nlohmann::ordered_json json() const;
   // Merges a patch. A member that is null goes back to what the phone itself came up with. The error text names the
   // member that is unknown or of a wrong type; the state is unchanged then.
-  std::optional<std::string> patch(const nlohmann::json& patch, const ConfigStore& config, const std::string& root);
+  std::optional<std::string> patch(const nlohmann::json& patch, const ConfigStore& config);
 };
 
 }  // namespace simulator

@@ -77,6 +77,7 @@ std::optional<std::string> readFile(const std::string& path) {
 }
 
 bool replaceFile(const std::string& path, std::string_view bytes) {
+  if (path.empty()) return false;
   std::error_code error;
   std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
   const std::string beside = path + ".new";

@@ -11,6 +11,7 @@
 #include <cstdlib>
 
 #include "platform/log.h"
+#include "platform/phone_root.h"
 #include "simulator/phone.h"
 
 using simulator::phone;
@@ -25,13 +26,15 @@ void journal(const char* call, std::string text) {
   phone().systemCall(call, std::move(text));
 }
 
-// Where a command starts: in the root, without the descriptors of this process, its signals as usual.
+// Where a command starts: in the root, without the descriptors of this process, its signals as usual. What it prints
+// goes to standard error: standard output is the host's.
 class SpawnSettings {
  public:
   explicit SpawnSettings(const std::string& folder) {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions, STDERR_FILENO, STDOUT_FILENO);
     posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     posix_spawnattr_init(&attributes);
     sigset_t signals;
@@ -72,7 +75,7 @@ int run(const std::string& command, const std::string& root) {
 void noticeChanges() {
   const std::lock_guard lock(phone().mutex);
   phone().config.reloadIfChanged();
-  if (::unlink((phone().root + kRebootFlag).c_str()) == 0) phone().reboot("shell");
+  if (::unlink(phonePath(kRebootFlag).c_str()) == 0) phone().reboot("shell");
 }
 
 }  // namespace

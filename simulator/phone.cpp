@@ -36,19 +36,19 @@ void Phone::reboot(std::string reason) {
   if (state.rebootSeconds <= 0) return;
   rebootEnd = (Clock::now() + std::chrono::seconds(state.rebootSeconds)).time_since_epoch().count();
   ++reboots;
-  config.load(root);
+  config.load();
   state.talking = false;
   provisioningEnd = {};
-  state.bringUp(config, root);
+  state.bringUp(config);
 }
 
 void start(const std::filesystem::path& root) {
   Phone& phone = simulator::phone();
   const std::lock_guard lock(phone.mutex);
   phone.root = std::filesystem::canonical(root).string();
-  phone.config.load(phone.root);
+  phone.config.load();
   phone.state = DeviceState();
-  phone.state.bringUp(phone.config, phone.root);
+  phone.state.bringUp(phone.config);
   phone.journal = Journal();
   phone.expansionHandles.clear();
   phone.provisioningEnd = {};

@@ -48,6 +48,17 @@ bool needsFill(const fs::path& root) {
   return !fs::exists(root) || fs::is_empty(root) || fs::exists(root / kTreeStage);
 }
 
+// The first folder of PATH is the tree's own "bin", whose commands leave the machine alone.
+void requireSafePath(const fs::path& root) {
+  if (fs::weakly_canonical(root).string().find(':') == std::string::npos) return;
+  throw std::runtime_error("a \":\" in the path of the phone's tree: " + root.string());
+}
+
+void requireTree(const fs::path& root) {
+  if (fs::is_directory(root / "phone") && fs::is_directory(root / "bin")) return;
+  throw std::runtime_error("neither empty nor a phone's tree: " + root.string());
+}
+
 void fillTree(const fs::path& root, const fs::path& rootfs) {
   if (!fs::is_directory(rootfs)) throw std::runtime_error("no delivered tree at " + rootfs.string());
   const fs::path stage = root / kTreeStage;
@@ -88,7 +99,9 @@ void fillConfig(const fs::path& root) {
 
 void prepareRoot(const fs::path& root, const fs::path& rootfs) {
   try {
+    requireSafePath(root);
     if (needsFill(root)) fillTree(root, rootfs);
+    requireTree(root);
     fillConfig(root);
     for (const char* folder : kRuntimeFolders) fs::create_directories(root / folder);
   } catch (const fs::filesystem_error& error) {

@@ -11,7 +11,8 @@
 namespace simulator {
 
 // Fills `root` from the delivered tree `rootfs` when it is missing or empty, and its "/config" from the factory
-// defaults where that is missing. Throws std::runtime_error with a readable text when that fails.
+// defaults where that is missing. Throws std::runtime_error with a readable text when that fails, when `root` holds
+// something else, or ":" is in its path.
 void prepareRoot(const std::filesystem::path& root, const std::filesystem::path& rootfs);
 
 // Takes `root` as the phone's root: loads its configuration (a broken file is kept aside and replaced by the factory

@@ -207,7 +207,8 @@ function showJournal() {
 }
 
 async function refreshJournal() {
-  const fresh = (await request(`journal?since=${last}`)).entries;
+  const { entries: answered } = await request(`journal?since=${last}`);
+  const fresh = answered.filter((entry) => entry.seq > last);  // another request may have brought them meanwhile
   if (fresh.length === 0) return;
   last = fresh.at(-1).seq;
   entries = entries.concat(fresh).slice(-10 * KEPT_ROWS);

@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <random>
 
 #include "platform/config_parser.h"
@@ -16,10 +17,7 @@ class ConfigFileTest : public PhoneTest {
   // Values that the configuration files hold after a restart.
   void restart() { simulator::start(file("/").parent_path()); }
   bool logHas(std::string_view text) const {
-    for (const std::string& line : log) {
-      if (line.find(text) != std::string::npos) return true;
-    }
-    return false;
+    return std::ranges::any_of(log, [text](const auto& line) { return line.find(text) != std::string::npos; });
   }
 };
 
@@ -29,71 +27,24 @@ int set(const std::string& key, const std::string& value) {
 std::string get(const std::string& key) {
   return configParser_GetConfigString(key.c_str());
 }
-std::string accountName(const char* key, int account) {
-  return configParser_GetAccountConfigName(key, account);
+std::string of(const std::string& key, int account) {
+  return configParser_GetAccountConfigName(key.c_str(), account);
 }
 
 TEST_F(ConfigFileTest, KeepsEveryByteOfKeysAndValues) {
-  const std::string texts[] = {"",
-                               " ",
-                               "  edge  ",
-                               "\tx\t",
-                               "a\nb",
-                               "\r\n",
-                               "a\rb",
-                               "\"q\"",
-                               "'q'",
-                               "; comment",
-                               "# comment",
-                               "[section]",
-                               "a=b=c",
-                               "a ; b # c",
-                               "\\",
-                               "\\:",
-                               "\\:x",
-                               "\\x41",
-                               "\\\\:",
-                               "\\:\\x4",
-                               "<<<END",
-                               "END",
-                               "; end",
-                               "\x01\x7f",
-                               "\xff\xfe",
-                               "\xef\xbb\xbfx",
-                               "gr\xc3\xbc\xc3\x9f",
-                               "%s%n",
-                               "$(x)",
-                               "a]b",
-                               "key",
-                               "global",
-                               "Account.1",
-                               "Account.x.y"};
-  for (const std::string& text : texts) {
-    set("value of " + text, text);
-    set(accountName(("k" + text).c_str(), 3), text);
-    if (!text.empty()) set(text, "key " + text);
-  }
-  restart();
-  for (const std::string& text : texts) {
-    EXPECT_EQ(get("value of " + text), text);
-    EXPECT_EQ(get(accountName(("k" + text).c_str(), 3)), text);
-    EXPECT_EQ(get(text), text.empty() ? "" : "key " + text);
-  }
-  EXPECT_EQ(get(accountName("k", 2)), "");
-}
-
-TEST_F(ConfigFileTest, KeepsRandomBytes) {
+  std::vector<std::string> texts = nlohmann::json::parse(R"~([" ", "  edge  ", "\tx\t", "a\nb", "\r\n", "a\rb", "\"q\"",
+    "'q'", "; comment", "# comment", "[section]", "a=b=c", "a ; b # c", "\\", "\\:", "\\:x", "\\x41", "\\\\:", "\\:\\x4",
+    "<<<END", "END", "; end", "\u0001\u007f", "\ufeffx", "%s%n", "$(x)", "a]b", "key", "global", "Account.1"])~");
   std::mt19937 random(46);
-  std::map<std::string, std::string> expected;
-  for (int i = 0; i < 300; ++i) {
-    std::string texts[2];
-    for (std::string& text : texts) {
-      text.resize(random() % 40 + 1);
-      for (char& c : text) c = random() % 4 == 0 ? " \\:=;\n[]\""[random() % 9] : static_cast<char>(random() % 255 + 1);
-    }
-    expected[texts[0]] = texts[1];
-    EXPECT_EQ(set(texts[0], texts[1]), 1);
+  for (int i = 0; i < 100; ++i) {
+    std::string& text = texts.emplace_back(random() % 40 + 1, ' ');
+    for (char& c : text) c = random() % 4 == 0 ? " \\:=;\n[]\""[random() % 9] : static_cast<char>(random() % 255 + 1);
   }
+  std::map<std::string, std::string> expected{{"empty", ""}, {"", "of no name"}, {of("k", 2), ""}};
+  for (const auto& text : texts) {
+    expected.insert({{text, "key " + text}, {"value of " + text, text}, {of("k" + text, 3), text}});
+  }
+  for (const auto& [key, value] : expected) EXPECT_EQ(set(key, value), value != "");
   restart();
   for (const auto& [key, value] : expected) EXPECT_EQ(get(key), value);
 }
@@ -104,22 +55,18 @@ TEST_F(ConfigFileTest, DefaultsShowUntilAValueIsSet) {
   write("/phone/factory/account2.ini", "Label = third\n");
   restart();
   EXPECT_EQ(get("Top") + get("Plain") + get("Empty") + get("Label"), "1one two");
-  EXPECT_EQ(get(accountName("Label", 0)) + get(accountName("Label", 1)) + get(accountName("Label", 2)),
-            "allsecondthird");
-  EXPECT_EQ(get(accountName("Label", -7)) + get(accountName("Label", 2147483647)), "allall");
-  EXPECT_EQ(set("Top", "1"), 0);
-  EXPECT_EQ(set("Top", ""), 1);
-  EXPECT_EQ(set("Top", ""), 0);
-  EXPECT_EQ(set(accountName("Port", -7), "1"), 1);
+  EXPECT_EQ(get(of("Label", 0)) + get(of("Label", 1)) + get(of("Label", 2)), "allsecondthird");
+  EXPECT_EQ(get(of("Label", -7)) + get(of("Label", 2147483647)), "allall");
+  EXPECT_EQ((std::vector{set("Top", "1"), set("Top", ""), set("Top", ""), set(of("Port", -7), "1")}),
+            (std::vector{0, 1, 0, 1}));
   EXPECT_EQ(configParser_SetConfigString(nullptr, "x") + configParser_SetConfigString("x", nullptr), 0);
   restart();
-  EXPECT_EQ(get("Top"), "");
-  EXPECT_EQ(get(accountName("Port", -7)) + get(accountName("Port", 7)), "15060");
+  EXPECT_EQ(get("Top") + get(of("Port", -7)) + get(of("Port", 7)), "15060");
 }
 
 TEST_F(ConfigFileTest, NumbersAreZeroUnlessDecimal) {
-  const std::pair<const char*, int> cases[] = {{"12", 12}, {"-4", -4}, {"007", 7},        {"", 0},
-                                               {"1x", 0},  {" 1", 0},  {"2147483648", 0}, {"0x10", 0}};
+  const std::map<const char*, int> cases{{"12", 12}, {"-4", -4}, {"007", 7},       {"", 0},
+                                         {"1x", 0},  {" 1", 0},  {"2147483648", 0}};
   for (const auto& [text, value] : cases) {
     set("Number", text);
     EXPECT_EQ(configParser_GetConfigInt("Number"), value) << text;
@@ -130,17 +77,12 @@ TEST_F(ConfigFileTest, NumbersAreZeroUnlessDecimal) {
 TEST_F(ConfigFileTest, BrokenFilesAreKeptAside) {
   set("UserNameAdmin", "root");
   const std::string whole = content("/config/global.ini");
-  const std::string cut = whole.substr(0, whole.size() - 4);
-  const std::string broken[] = {"",
-                                std::string(400, '\0'),
-                                cut,
-                                "\x7f"
-                                "ELF\x02",
-                                "no key here\n",
-                                whole + std::string(1, '\0')};
+  const auto cut = [&whole](std::size_t size) { return whole.substr(0, size); };
+  const auto nul = [](std::size_t size) { return std::string(size, '\0'); };
   std::string aside = "/config/global.ini.broken";
   int count = 0;
-  for (const std::string& bytes : broken) {
+  for (const std::string& bytes : {cut(0), cut(1), cut(40), cut(whole.size() - 4), nul(400), whole + nul(1),
+                                   std::string("\x7f@ELF\x02"), std::string("no key here\n")}) {
     write("/config/global.ini", bytes);
     restart();
     EXPECT_EQ(get("UserNameAdmin"), "admin") << bytes;
@@ -148,11 +90,20 @@ TEST_F(ConfigFileTest, BrokenFilesAreKeptAside) {
     aside = "/config/global.ini.broken." + std::to_string(++count);
   }
   EXPECT_TRUE(logHas("is broken"));
-  std::filesystem::remove(file("/config/account.ini"));
-  std::filesystem::create_directories(file("/config/account.ini/x"));
+  fs::remove(file("/config/account.ini"));
+  fs::create_directories(file("/config/account.ini/x"));
   restart();
-  EXPECT_TRUE(std::filesystem::is_directory(file("/config/account.ini.broken/x")));
-  EXPECT_EQ(set(accountName("Label", 1), "works again"), 1);
+  EXPECT_TRUE(fs::is_directory(file("/config/account.ini.broken/x")));
+  EXPECT_EQ(set(of("Label", 1), "works again"), 1);
+}
+
+TEST_F(ConfigFileTest, NoLinkLeadsOutOfTheTree) {
+  const TemporaryFolder elsewhere;
+  const auto outside = elsewhere.path() / "config";
+  fs::rename(file("/config"), outside);
+  fs::create_directory_symlink(outside, file("/config"));
+  EXPECT_EQ(set("UserNameAdmin", "root"), 0);
+  EXPECT_FALSE(fs::exists(outside / "global.ini"));
 }
 
 TEST_F(ConfigFileTest, AKillLeavesAWholeFile) {
@@ -160,10 +111,9 @@ TEST_F(ConfigFileTest, AKillLeavesAWholeFile) {
   for (int i = 0; i < 20; ++i) {
     const pid_t child = fork();
     ASSERT_GE(child, 0);
-    if (child == 0) {
-      for (unsigned n = 0;; ++n)
-        set("Filler" + std::to_string(n % 50), std::string(2000, static_cast<char>('a' + n % 26)));
-    }
+    const auto fill = [](unsigned n) { set("Filler" + std::to_string(n % 50), std::string(2000, "abcdefg"[n % 7])); };
+    if (child == 0)
+      for (unsigned n = 0;; ++n) fill(n);
     usleep(static_cast<useconds_t>(2000 + random() % 10000));
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
@@ -172,14 +122,12 @@ TEST_F(ConfigFileTest, AKillLeavesAWholeFile) {
     ASSERT_EQ(value, value.empty() ? "" : std::string(2000, value[0]));
   }
   EXPECT_NE(get("Filler0"), "");
-  EXPECT_FALSE(std::filesystem::exists(file("/config/global.ini.broken")));
+  EXPECT_FALSE(fs::exists(file("/config/global.ini.broken")));
 }
 
 TEST_F(ConfigFileTest, WhatWasCopiedOverTheFilesIsTaken) {
   set("Kept", "old");
-  osShell(
-      "mkdir -p tmp/factory; sed 's/Kept=old/Kept=imported/' config/global.ini > tmp/factory/global.ini; "
-      "cp -pr tmp/factory/* config/");
+  osShell("sed 's/Kept=old/Kept=imported/' config/global.ini > tmp/global.ini; cp -pr tmp/global.ini config/");
   EXPECT_EQ(get("Kept"), "imported");
   EXPECT_EQ(set("Other", "x"), 1);
   restart();
@@ -187,7 +135,7 @@ TEST_F(ConfigFileTest, WhatWasCopiedOverTheFilesIsTaken) {
 }
 
 TEST_F(ConfigFileTest, AValueThatCannotBeWrittenIsNotKept) {
-  std::filesystem::remove_all(file("/config"));
+  fs::remove_all(file("/config"));
   write("/config", "in the way");
   EXPECT_EQ(set("Lost", "x"), 0);
   EXPECT_EQ(get("Lost"), "");

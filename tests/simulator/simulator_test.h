@@ -8,6 +8,8 @@
 #include "simulator/simulator.h"
 #include "tests/support/phone_test.h"
 
+namespace fs = std::filesystem;
+
 inline simulator::ControlReply control(const std::string& method, const std::string& path, const std::string& body = "",
                                        const std::map<std::string, std::string>& query = {}) {
   return simulator::control(method, "/simulator/" + path, query, body);

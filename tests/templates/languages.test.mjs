@@ -2,7 +2,7 @@
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import test from "node:test";
-import { handlers, languages, parts, scripts, templates } from "./sources.mjs";
+import { handlers, languages, parts, placeOf, scripts, templates } from "./sources.mjs";
 
 const tidy = (text) => text.trim().replace(/\s+/g, " ");
 const marked = ["placeholder", "title", "aria-label", "alt"];
@@ -33,7 +33,12 @@ function* sentences({ text }) {
 }
 
 const literals = handlers.flatMap((file) => [...sentences(file)].map((found) => ({ ...found, file: file.name })));
-const shown = new Set([...templates.flatMap((file) => [...templateTexts(file)]), ...scripts.flatMap(scriptTexts), ...phoneTexts].map(tidy));
+// Each text with the files that show it.
+const shown = new Map();
+for (const [text, file] of [...templates.flatMap((file) => [...templateTexts(file)].map((text) => [text, file])),
+  ...scripts.flatMap((file) => scriptTexts(file).map((text) => [text, file])), ...phoneTexts.map((text) => [text, {}])]) {
+  shown.set(tidy(text), [...shown.get(tidy(text)) ?? [], file]);
+}
 // Names and abbreviations that are the same in every language.
 const same = new Set(["IPv4", "IPv6", "IPv4 & IPv6", "DHCP", "PPPoE", "UDP", "TCP", "TLS", "DNS SRV", "STUN", "ACD", "Proxy-Require", "RPort", "user=phone", "TR-069"]);
 
@@ -50,11 +55,13 @@ test("the languages are English, German and one that runs from right to left", (
     [["Arabic", "ar", "rtl"], ["English", "en", "ltr"], ["German", "de", "ltr"]]);
 });
 
-for (const { name, texts } of languages) {
+for (const { name, texts, places } of languages) {
   test(`${name} is complete and holds nothing else`, () => {
-    const missing = [...shown].filter((text) => !(text in texts) && !same.has(text));
+    const missing = [...shown.keys()].filter((text) => !(text in texts) && !same.has(text));
     if (name !== "English") assert.deepEqual(missing, []);  // English texts are the keys
     assert.deepEqual(Object.keys(texts).filter((text) => !shown.has(text)), []);
+    const astray = Object.entries(places).flatMap(([place, found]) => Object.keys(found).filter((text) => placeOf(shown.get(text)) !== place).map((text) => `${place}: ${text}`));
+    if (name !== "English") assert.deepEqual(astray, [], "a text that one section alone needs stands in its file, any other in the language's own");
     for (const [text, translation] of Object.entries(texts)) {
       const marks = (value) => (value.match(/%[1-9d]/g) ?? []).sort();
       assert.ok(translation.trim(), text);
@@ -63,4 +70,4 @@ for (const { name, texts } of languages) {
   });
 }
 
-if (process.argv.includes("--list")) console.log([...shown].filter((text) => !same.has(text)).join("\n"));
+if (process.argv.includes("--list")) console.log([...shown.keys()].filter((text) => !same.has(text)).join("\n"));

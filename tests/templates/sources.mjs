@@ -1,5 +1,5 @@
 // The delivered pages as text, taken apart for the checks of templates and languages.
-import { readdirSync, readFileSync } from "node:fs";
+import { existsSync, readdirSync, readFileSync } from "node:fs";
 import { fileURLToPath } from "node:url";
 import { runInNewContext } from "node:vm";
 
@@ -17,11 +17,40 @@ export const templates = [...pages, ...includes];
 export const scripts = read(`${www}htdocs/js`, ".js");
 export const handlers = ["servlet", "framework"].flatMap((folder) => read(top + folder, ".cpp").concat(read(top + folder, ".h")));
 
+// {name, code, direction, texts}, and in `places` the texts by where they stand: "" is the language's own file, each
+// other one a section of pages, whose file a page loads when its name begins so.
 export const languages = read(`${www}htdocs/language`, ".js").map(({ name, text }) => {
   const window = {};
   runInNewContext(text, { window });
-  return { name: name.replace(/\.js$/, ""), ...window.phoneLanguage };
+  const language = { name: name.replace(/\.js$/, ""), sections: {}, ...window.phoneLanguage };
+  const places = { "": language.texts };
+  for (const [section, address] of Object.entries(language.sections)) {
+    const file = `${www}htdocs${address}`;
+    places[section] = existsSync(file) ? runInNewContext(readFileSync(file, "utf8").replace("export default", "texts ="), {}) : {};
+  }
+  return { ...language, places, texts: Object.assign({}, ...Object.values(places)) };
 });
+
+const sections = Object.keys(Object.assign({}, ...languages.map((language) => language.sections)));
+
+// The places of the pages that a template, an include or a script is part of.
+const users = new Map();
+const use = (file, place) => {
+  if (!file || users.get(file.name)?.has(place)) return;
+  users.set(file.name, (users.get(file.name) ?? new Set()).add(place));
+  const named = [...file.text.matchAll(/"\/js\/([\w-]+\.js)"|from "\.\/([\w-]+\.js)"|^import "\.\/([\w-]+\.js)"|\{\{>(\w+)\}\}/gm)];
+  for (const [, ...names] of named) {
+    const name = names.find(Boolean);
+    use([...scripts, ...includes].find((other) => other.name === (name.endsWith(".js") ? name : `${name.toLowerCase()}.htm`)), place);
+  }
+};
+for (const page of pages) use(page, sections.find((section) => page.name.startsWith(section)) ?? "");
+
+// Where a text belongs that these files show: to a section that needs it alone, or to all.
+export const placeOf = (files) => {
+  const places = new Set(files.flatMap(({ name }) => [...users.get(name) ?? [""]]));
+  return places.size === 1 ? [...places][0] : "";
+};
 
 const voidTags = new Set(["input", "meta", "link", "br", "use", "path"]);
 const unescape = (text) => text.replaceAll("&lt;", "<").replaceAll("&gt;", ">").replaceAll("&quot;", '"').replaceAll("&amp;", "&");

@@ -1,5 +1,7 @@
-// Texts in the language of the page. English texts are the keys; the language file maps them in window.phoneLanguage.
-const texts = new Map(Object.entries(window.phoneLanguage?.texts ?? {}));
+// Texts in the language of the page. English texts are the keys; the language file maps them in window.phoneLanguage,
+// and `more` are those of the page's section, once they are here.
+const { texts: common = {}, more } = window.phoneLanguage ?? {};
+const texts = new Map(Object.entries({ ...common, ...await more }));
 
 const attributes = ["placeholder", "title", "aria-label", "alt"];
 

@@ -5,10 +5,12 @@ import { ask, SessionEnded } from "./poll.js";
 
 const readSeconds = 4;       // how long a message stays before the page goes back
 const askSeconds = 2;        // between two looks whether the phone is back
+const beginSeconds = 10;     // within which work that was ordered is under way
 const patienceSeconds = 180; // a phone that takes longer may have got another address
 
 const aliases = new Map([["Password", "security"]]);  // names in notices that are no pages
-// Pages that tell themselves whether the work goes on: the question, and the answer while it does.
+// Pages that tell themselves whether the work goes on: the question, and the answer while it does. The work may take a
+// while to begin.
 const workers = new Map([["settings-autop", { question: "/servlet?p=settings-autop&q=result", busy: "autoprovision" }]]);
 
 const notice = document.getElementById("notice");
@@ -29,9 +31,13 @@ const wait = (seconds) => new Promise((done) => setTimeout(done, seconds * 1000)
 
 // The phone forgets its sessions when it restarts: it is back when it asks for a login, or when it answers again after
 // it had been away.
-async function isBack(state) {
+async function isBack(state, seconds) {
   try {
-    if (worker) return (await ask(worker.question)).trim() !== worker.busy;
+    if (worker) {
+      const isBusy = (await ask(worker.question)).trim() === worker.busy;
+      state.wasBusy ||= isBusy;
+      return !isBusy && (state.wasBusy || seconds >= beginSeconds);
+    }
     await ask(addressOf(page), "application/json");
     return state.wasAway;
   } catch (error) {
@@ -44,15 +50,16 @@ async function isBack(state) {
 async function waitForPhone() {
   notice.querySelector(".spinner").hidden = false;
   link.textContent = t("Open the page now");
-  const state = { wasAway: false };
+  const state = { wasAway: false, wasBusy: false };
   const begin = Date.now();
+  let seconds = 0;
   do {
     await wait(askSeconds);
-    const seconds = Math.round((Date.now() - begin) / 1000);
+    seconds = Math.round((Date.now() - begin) / 1000);
     progress.textContent = seconds < patienceSeconds || (worker && !state.wasAway)
       ? t("Waiting for the phone: %1 s", seconds)
       : t("The phone has not come back yet. It may have another address now: its screen shows it.");
-  } while (!await isBack(state));
+  } while (!await isBack(state, seconds));
   location.replace(addressOf(page));
 }
 
