@@ -3,7 +3,6 @@
 #include <nlohmann/json.hpp>
 
 #include "fuzz/phone.h"
-#include "fuzz/require.h"
 #include "host/fields.h"
 #include "platform/config_parser.h"
 #include "servlet/action_uri.h"
@@ -13,19 +12,9 @@
 
 namespace {
 
-std::string word(std::string_view& input) {
-  const std::string text(takeUpTo(input, '\n'));
-  return text.substr(0, text.find('\0'));
-}
-
-nlohmann::json takeJournal() {
-  const auto reply = simulator::control("GET", "/simulator/journal", {}, "");
-  simulator::control("DELETE", "/simulator/journal", {}, "");
-  return nlohmann::json::parse(reply.body).at("entries");
-}
-
-void checkMessages(const nlohmann::json& entries, bool trusted) {
-  for (const auto& entry : entries) {
+void checkMessages(bool trusted) {
+  const auto journal = nlohmann::json::parse(simulator::control("GET", "/simulator/journal", {}, "").body);
+  for (const auto& entry : journal.at("entries")) {
     if (entry.at("kind") == "system") continue;
     require(trusted, "nobody but a trusted client commands the phone");
     require(entry.at("thread") == "app_hostapp", "commands go to the phone application");
@@ -37,13 +26,13 @@ void checkMessages(const nlohmann::json& entries, bool trusted) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzzedPhone();
   std::string_view input = inputText(data, size);
-  const std::string trustList = word(input), address = word(input);
+  const std::string trustList = takeLine(input), address = takeLine(input);
   const bool rewritten = input.starts_with('!');
   if (rewritten) input.remove_prefix(1);
-  const std::string query = word(input);
+  const std::string query = takeLine(input);
   configParser_SetConfigString("AURILimitIP", trustList.c_str());
   configParser_SetConfigString("ISUME", rewritten ? "1" : "0");
-  takeJournal();
+  simulator::control("DELETE", "/simulator/journal", {}, "");
 
   FakeRequest request;
   request.address = address;
@@ -58,6 +47,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const int refusal = type.empty() ? 404 : 401;
   require((!type.empty() && trusted) == (response.status == 200), "only a trusted client's command is taken");
   require(response.status == 200 || (response.status == refusal && result == 0), "the refusal says why");
-  checkMessages(takeJournal(), trusted && !type.empty());
+  checkMessages(trusted && !type.empty());
   return 0;
 }

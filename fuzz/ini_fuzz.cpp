@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "fuzz/phone.h"
-#include "fuzz/require.h"
 #include "platform/registry.h"
 #include "simulator/config_store.h"
 #include "simulator/ini_file.h"
@@ -20,11 +19,6 @@ std::multiset<std::string> entriesOf(const IniFile& file) {
     entries.insert(section + '\n' + key + '\n' + value);
   });
   return entries;
-}
-
-std::string word(std::string_view& input) {
-  const std::string text(takeUpTo(input, '\n'));
-  return text.substr(0, text.find('\0'));
 }
 
 void put(const char* path, std::string_view bytes) {
@@ -56,17 +50,15 @@ void checkRegistry(const std::string& section, const std::string& key, const std
 
 // A configuration without factory defaults, which take long to read.
 void checkConfig(const std::string& bytes, const std::string& key, const std::string& value) {
-  const std::string root = (fuzzedPhone() / "tmp/store").string();
-  std::filesystem::remove_all(root);
-  std::filesystem::create_directories(root + "/config");
-  put("tmp/store/config/global.ini", bytes);
-  put("tmp/store/config/account.ini", bytes);
+  std::filesystem::remove_all(fuzzedPhone() / "phone/factory");
+  put("config/global.ini", bytes);
+  put("config/account.ini", bytes);
   simulator::ConfigStore store;
-  store.load(root);
+  store.load();
   const std::string account = simulator::accountConfigName(key, 2);
   store.set({{key, value}, {account, value}});
   simulator::ConfigStore again;
-  again.load(root);
+  again.load();
   require(again.get(key) == value && again.get(account) == value, "the configuration survives a restart");
 }
 
@@ -75,7 +67,7 @@ void checkConfig(const std::string& bytes, const std::string& key, const std::st
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzzedPhone();
   std::string_view input = inputText(data, size);
-  const std::string key = word(input), value = word(input), section = word(input), bytes(input);
+  const std::string key = takeLine(input), value = takeLine(input), section = takeLine(input), bytes(input);
   checkText(bytes, section, key, value);
   put("tmp/fuzz.ini", bytes);
   checkRegistry(section, key, value);

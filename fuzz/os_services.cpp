@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "fuzz/require.h"
+#include "fuzz/phone.h"
 
 namespace {
 
@@ -14,19 +14,19 @@ bool isPlain(char c) {
          kMarks.find(c) != std::string_view::npos;
 }
 
-std::string withoutQuoted(std::string_view command) {
+// What stands outside quotes.
+std::string literalOf(std::string_view command) {
   std::string literal;
-  bool quoted = false;
-  for (std::size_t i = 0; i < command.size(); ++i) {
-    if (command[i] == '\'') {
+  for (bool quoted = false; !command.empty(); command.remove_prefix(1)) {
+    if (!quoted && command.starts_with("\\'")) {
+      command.remove_prefix(1);
+    } else if (command.front() == '\'') {
       quoted = !quoted;
-    } else if (!quoted && command.substr(i, 2) == "\\'") {
-      ++i;
+      require(!quoted || command.find('\'', 1) != std::string_view::npos, "quotes are closed in a command");
     } else if (!quoted) {
-      literal += command[i];
+      literal += command.front();
     }
   }
-  require(!quoted, "quotes are closed in a command");
   return literal;
 }
 
@@ -34,7 +34,7 @@ std::string withoutQuoted(std::string_view command) {
 
 int osShell(const std::string& command) {
   require(command.find('\0') == std::string::npos, "no NUL in a command");
-  const std::string literal = withoutQuoted(command);
+  const std::string literal = literalOf(command);
   require(std::all_of(literal.begin(), literal.end(), isPlain), "what is not literal is quoted: " + command);
   return 0;
 }

@@ -9,7 +9,6 @@
 
 #include "framework/servlet_base.h"
 #include "fuzz/phone.h"
-#include "fuzz/require.h"
 #include "host/fields.h"
 #include "host/page_table.h"
 #include "host/template_list.h"
@@ -23,9 +22,9 @@ class FuzzedRequest : public FakeRequest {
   const char** getParameterValues(const char* name) override {
     const auto field = fields.find(name);
     if (field == fields.end() || !field->second.starts_with('@')) return FakeRequest::getParameterValues(name);
-    const std::size_t colon = std::min(field->second.find(':'), field->second.size());
-    browserName_ = field->second.substr(1, colon - 1);
-    path_ = store(field->second.substr(std::min(colon + 1, field->second.size())));
+    std::string_view upload = std::string_view(field->second).substr(1);
+    browserName_ = takeUpTo(upload, ':');
+    path_ = store(upload);
     if (path_.empty()) return nullptr;
     upload_[0] = path_.c_str();
     upload_[1] = browserName_.c_str();
@@ -34,7 +33,7 @@ class FuzzedRequest : public FakeRequest {
 
  private:
   // The path on the phone; empty when the page did not say where uploads go.
-  std::string store(const std::string& bytes) const {
+  std::string store(std::string_view bytes) const {
     std::string file = phonePath(uploadTemplate);
     const int handle = file.empty() ? -1 : ::mkstemp(file.data());
     if (handle < 0) return {};
@@ -65,18 +64,13 @@ void checkAnswer(const RecordingResponse& response) {
   require(response.status != 500, "no handler fails");
 }
 
-// The user that the request names; "admin" on a page without one, nobody before the filter.
-void logIn(FuzzedRequest& request, std::string_view page, std::string_view user) {
-  if (user.empty() && page == "filter") return;
-  request.ownSession.attributes["user"] = user.empty() ? "admin" : user;
-}
-
 void run(std::string_view line) {
   TemplateArena arena;
   FuzzedRequest request;
   std::string_view user = takeUpTo(line, '?');
   const std::string_view page = takeUpTo(user, '@');
-  logIn(request, page, user);
+  // "admin" on a page without a user, nobody before the filter.
+  if (!user.empty() || page != "filter") request.ownSession.attributes["user"] = user.empty() ? "admin" : user;
   request.body = line;
   request.uri = "/servlet?" + request.body;
   host::Fields fields;

@@ -2,8 +2,18 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <string>
 #include <string_view>
+
+// What has to hold whatever the input is. Ends the program, as a finding, when it does not.
+inline void require(bool holds, std::string_view what) {
+  if (holds) return;
+  std::fprintf(stderr, "does not hold: %.*s\n", static_cast<int>(what.size()), what.data());
+  std::abort();
+}
 
 // The folder that stands for the phone's root. The first call makes the phone.
 const std::filesystem::path& fuzzedPhone();
@@ -22,4 +32,10 @@ inline std::string_view takeUpTo(std::string_view& text, char separator) {
   const std::string_view part = text.substr(0, end);
   text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
   return part;
+}
+
+// A text of the input that ends with its line or at a NUL.
+inline std::string takeLine(std::string_view& input) {
+  const std::string_view line = takeUpTo(input, '\n');
+  return std::string(line.substr(0, line.find('\0')));
 }

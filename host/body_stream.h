@@ -27,7 +27,8 @@ class BodyStream {
  public:
   static constexpr std::size_t kCapacity = 64 * 1024;
 
-  explicit BodyStream(Pausable& connection) : connection_(connection) {}
+  // `window` is that of a RateGuard over the time that the handler waits.
+  BodyStream(Pausable& connection, std::chrono::milliseconds window) : connection_(connection), rate_(window) {}
 
   // Connection's side.
   void holdUntilRead();                       // pauses until the handler first reads or has answered

@@ -54,7 +54,12 @@ ServerCore::ServerCore(PageTable& pages, ServerSettings serverSettings)
       runner(pages, {settings.root, spoolFolder, !settings.tlsKey.empty(), settings.device}) {}
 
 Exchange::Exchange(ServerCore& core, MHD_Connection* connection, const Peer& peer, const char* method)
-    : core_(core), connection_(connection), body_(core.spoolFolder), began_(Clock::now()), lastPiece_(began_) {
+    : core_(core),
+      connection_(connection),
+      body_(core.spoolFolder),
+      rate_(core.settings.rateWindow),
+      began_(Clock::now()),
+      lastPiece_(began_) {
   FieldResult queryError = FieldResult::kOk;
   head_ = readHead(connection, peer, method, queryError);
   expectsContinue_ = equalsIgnoreCase(headerOf(connection, "Expect"), "100-continue");
@@ -74,7 +79,8 @@ MHD_Result Exchange::proceed(const char* data, std::size_t* size) {
     case Stage::kHeld:
       stage_ = Stage::kBody;
       // An answer that did not wait for the body spares the client from sending it.
-      return expectsContinue_ && stream_->hasAnswer() ? send(std::move(answer_)) : MHD_YES;
+      if (!expectsContinue_ || !stream_->hasAnswer()) return MHD_YES;
+      return send(std::move(refusal_ ? *refusal_ : answer_));
     case Stage::kBody:
       return *size > 0 ? takePiece(data, size) : takeEnd();
     default:
@@ -142,7 +148,7 @@ MHD_Result Exchange::takeHeaders() {
   if (refusal_ && expectsContinue_) return send(std::move(*refusal_));
   if (refusal_ || head_.contentLength <= kMaxGatheredBody) return MHD_YES;
   stage_ = Stage::kHeld;
-  stream_ = std::make_shared<BodyStream>(static_cast<Pausable&>(*this));
+  stream_ = std::make_shared<BodyStream>(static_cast<Pausable&>(*this), core_.settings.rateWindow);
   stream_->holdUntilRead();
   startLongTurn();
   return MHD_YES;
@@ -166,9 +172,9 @@ MHD_Result Exchange::takePiece(const char* data, std::size_t* size) {
 // A sender that nobody is waiting for has to be quick as well.
 bool Exchange::keepsPace(std::size_t bytes) {
   const auto now = Clock::now();
-  const auto waited = std::chrono::floor<std::chrono::milliseconds>(now - lastPiece_);
-  lastPiece_ = now;
-  return rate_.add(bytes, waited);
+  const auto waited = std::chrono::floor<std::chrono::milliseconds>(now - std::exchange(lastPiece_, now));
+  // While the connection was held up, the sender could not be any quicker.
+  return rate_.add(bytes, std::exchange(wasPaused_, false) ? std::chrono::milliseconds() : waited);
 }
 
 // Lets bytes go by that nobody wants.
@@ -180,6 +186,7 @@ MHD_Result Exchange::passBy(std::size_t* size) {
 
 MHD_Result Exchange::passOn(const char* data, std::size_t* size) {
   lastPiece_ = Clock::now();
+  wasPaused_ = false;
   const std::size_t taken = stream_->offer({data, *size});
   *size -= taken;
   received_ += taken;
@@ -194,9 +201,9 @@ MHD_Result Exchange::gather(std::string_view piece) {
   } else if (route_ != Route::kServlet || isForm()) {
     refuse(413);
   } else {  // a chunked body has turned out to be long
-    body_.gathered().append(piece);
+    if (!body_.gathered().append(piece)) return refuse(507), MHD_YES;
     head_.contentLength = core_.settings.maxUpload;
-    stream_ = std::make_shared<BodyStream>(static_cast<Pausable&>(*this));
+    stream_ = std::make_shared<BodyStream>(static_cast<Pausable&>(*this), core_.settings.rateWindow);
     startLongTurn();
   }
   return MHD_YES;
@@ -233,6 +240,11 @@ MHD_Result Exchange::waitForTurn() {
     resume();
   }
   return MHD_YES;
+}
+
+void Exchange::pause() {
+  wasPaused_ = true;
+  MHD_suspend_connection(connection_);
 }
 
 void Exchange::connectionEnded() {

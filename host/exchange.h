@@ -86,7 +86,7 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
   Answer staticAnswer();
   MHD_Result send(Answer answer);
 
-  void pause() override { MHD_suspend_connection(connection_); }
+  void pause() override;
   void resume() override { MHD_resume_connection(connection_); }
 
   ServerCore& core_;
@@ -101,6 +101,7 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
   bool expectsContinue_ = false;
   std::size_t received_ = 0;
   RateGuard rate_;
+  bool wasPaused_ = false;  // since the last piece
   std::chrono::steady_clock::time_point began_, lastPiece_;
 };
 

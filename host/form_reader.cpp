@@ -71,8 +71,21 @@ class FormCollector final : public PartSink {
 };
 
 const Fields& FormReader::fields() {
-  if (!parsed_ && body_.readable()) parse();
+  if (parsed_ || !body_.readable()) return fields_;
+  if (body_.rewindable() || uploads_.hasPattern() || !isMultipart()) {
+    parse();
+  } else {
+    unwanted_ = true;
+  }
   return fields_;
+}
+
+FieldResult FormReader::error() const {
+  return unwanted_ && !parsed_ ? FieldResult::kTooLarge : error_;
+}
+
+bool FormReader::isMultipart() const {
+  return mediaType(contentType_) == "multipart/form-data";
 }
 
 const Fields& FormReader::fieldsWithFiles() {
@@ -86,9 +99,8 @@ const Fields& FormReader::fieldsWithFiles() {
 void FormReader::parse() {
   parsed_ = true;
   filesLeftOut_ = false;
-  const std::string type = mediaType(contentType_);
-  if (type == "application/x-www-form-urlencoded") parseUrlEncodedBody();
-  if (type == "multipart/form-data") parseMultipartBody();
+  if (mediaType(contentType_) == "application/x-www-form-urlencoded") parseUrlEncodedBody();
+  if (isMultipart()) parseMultipartBody();
   if (error_ != FieldResult::kOk) fields_ = {};
 }
 

@@ -12,7 +12,8 @@
 namespace host {
 
 // File fields are stored when the uploads have a pattern by the time they are met. In a body that can be read again
-// they are fetched later, when somebody looks at a field that was not stored; in a streamed one they are absent then.
+// they are fetched later, when somebody looks at a field that was not stored. A streamed body is read only once there
+// is a pattern: a form that long is of use to nobody who wants no file, and must not keep him waiting.
 //
 // A broken or cut-off form keeps what was complete (log line). A field with a NUL or too many fields make the whole
 // form count as empty; error() says so.
@@ -25,12 +26,13 @@ class FormReader {
   const Fields& fields();
   // The same, with the files that a first parse had to leave out.
   const Fields& fieldsWithFiles();
-  FieldResult error() const { return error_; }
+  FieldResult error() const;
   // True when a parse used up the bytes of a stream.
   bool consumedStream() const { return consumed_; }
 
  private:
   friend class FormCollector;
+  bool isMultipart() const;
   void parse();
   void parseUrlEncodedBody();
   void parseMultipartBody();
@@ -45,6 +47,7 @@ class FormReader {
   bool parsed_ = false;
   bool consumed_ = false;
   bool filesLeftOut_ = false;
+  bool unwanted_ = false;  // a streamed form was asked for fields by somebody who wants no files
 };
 
 }  // namespace host

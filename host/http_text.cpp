@@ -104,7 +104,9 @@ std::string mediaType(std::string_view contentType) {
 
 std::string_view cookieValue(std::string_view cookies, std::string_view name) {
   while (!cookies.empty()) {
-    const std::string_view cookie = nextItem(cookies, ';');
+    const std::string_view whole = cookies.substr(0, cookies.find(';'));  // quotes mean nothing here
+    cookies.remove_prefix(std::min(cookies.size(), whole.size() + 1));
+    const std::string_view cookie = trimBlanks(whole);
     if (cookie.starts_with(name) && cookie.substr(name.size()).starts_with('=')) return cookie.substr(name.size() + 1);
   }
   return {};

@@ -34,6 +34,8 @@ class Request final : public HttpRequest {
   void setUploadFileTemplate(const char* pattern) override { uploads_.setPattern(pattern ? pattern : ""); }
   int read(char* buffer, int length) override;
 
+  // Reads a gathered form, and says whether it can be had.
+  bool formIsSound() { return !body_.rewindable() || (form_.fields(), formError() == FieldResult::kOk); }
   // What was wrong with the form, as far as it was looked at.
   FieldResult formError() const { return form_.error(); }
 

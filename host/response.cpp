@@ -102,7 +102,10 @@ void Response::fail(int status) {
 }
 
 Answer Response::finish() {
+  const std::size_t size = body_.size();
+  FileHandle file = body_.takeFile();
   if (body_.failed()) {
+    file.reset();
     logLine({"an answer found no room on the disk"});
     fail(500);
   }
@@ -113,9 +116,9 @@ Answer Response::finish() {
     }
     return page;
   }
-  if (!answer_.header("Content-Type") && !body_.empty()) setContentType("text/html");
-  answer_.fileSize = body_.size();
-  answer_.file = body_.takeFile();
+  if (!answer_.header("Content-Type") && size > 0) setContentType("text/html");
+  answer_.fileSize = size;
+  answer_.file = std::move(file);
   if (!answer_.file) answer_.body = body_.takeMemory();
   return std::move(answer_);
 }

@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 #include <microhttpd.h>
 #include <netinet/in.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -80,6 +81,21 @@ std::uint16_t portOf(int listener) {
   return ntohs(address.any.sa_family == AF_INET6 ? address.v6.sin6_port : address.v4.sin_port);
 }
 
+// How many connections the process can open files for: each has a socket and may have an answer or a body in a file,
+// and handlers want some of their own. Asks the system for enough.
+unsigned connectionLimit() {
+  constexpr rlim_t kPerConnection = 2, kReserve = 256;
+  constexpr rlim_t kWanted = kReserve + kPerConnection * kMaxConnections;
+  rlimit files{};
+  if (::getrlimit(RLIMIT_NOFILE, &files) != 0) return kMaxConnections / 4;
+  if (files.rlim_cur < kWanted) {
+    files.rlim_cur = std::min(kWanted, files.rlim_max);
+    ::setrlimit(RLIMIT_NOFILE, &files);
+  }
+  const rlim_t open = std::clamp(files.rlim_cur, 2 * kReserve, kWanted);
+  return static_cast<unsigned>((open - kReserve) / kPerConnection);
+}
+
 Peer* peerOf(MHD_Connection* connection) {
   const auto* info = MHD_get_connection_info(connection, MHD_CONNECTION_INFO_SOCKET_CONTEXT);
   return info ? static_cast<Peer*>(info->socket_context) : nullptr;
@@ -121,8 +137,10 @@ MHD_Result requestCame(void* core, MHD_Connection* connection, const char*, cons
     return (*holder)->proceed(data, size);
   } catch (const std::exception& error) {
     logLine({"connection dropped: ", error.what()});
-    return MHD_NO;
+  } catch (...) {
+    logLine({"connection dropped"});
   }
+  return MHD_NO;
 }
 
 void requestEnded(void*, MHD_Connection*, void** context, MHD_RequestTerminationCode) {
@@ -171,7 +189,7 @@ class Server::Impl {
   void start() {
     std::vector<MHD_OptionItem> options{
         {MHD_OPTION_EXTERNAL_LOGGER, reinterpret_cast<intptr_t>(&libraryLog), nullptr},
-        {MHD_OPTION_CONNECTION_LIMIT, kMaxConnections, nullptr},
+        {MHD_OPTION_CONNECTION_LIMIT, connectionLimit(), nullptr},
         {MHD_OPTION_PER_IP_CONNECTION_LIMIT, kMaxConnectionsPerAddress, nullptr},
         {MHD_OPTION_CONNECTION_TIMEOUT, kIdleSeconds, nullptr},
         {MHD_OPTION_THREAD_POOL_SIZE, std::clamp(std::thread::hardware_concurrency(), 2U, 4U), nullptr},

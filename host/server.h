@@ -10,12 +10,13 @@
 #include <string>
 
 #include "host/page_table.h"
+#include "host/rate_guard.h"
 #include "host/servlet_runner.h"
 
 namespace host {
 
 inline constexpr std::size_t kDefaultMaxUpload = 64 * 1024 * 1024;
-inline constexpr unsigned kMaxConnections = 1024;
+inline constexpr unsigned kMaxConnections = 1024;  // fewer where the system grants too few open files
 inline constexpr unsigned kMaxConnectionsPerAddress = 256;
 inline constexpr unsigned kIdleSeconds = 15;                    // a connection without traffic is dropped
 inline constexpr std::size_t kMaxTarget = 8 * 1024;             // of a request; 414 beyond
@@ -37,6 +38,7 @@ struct ServerSettings {
   std::string address = "127.0.0.1";  // numeric, IPv4 or IPv6
   std::uint16_t port = 0;             // 0: any free one
   std::size_t maxUpload = kDefaultMaxUpload;
+  std::chrono::milliseconds rateWindow = kDefaultRateWindow;  // of the pace that a sender must keep
   bool accessLog = true;
   std::string tlsCertificate, tlsKey;  // PEM texts; both empty: plain HTTP
   Mount simulator;                     // may be empty

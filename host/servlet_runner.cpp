@@ -1,6 +1,7 @@
 #include "host/servlet_runner.h"
 
 #include <exception>
+#include <string_view>
 
 #include "host/log.h"
 #include "host/request.h"
@@ -12,10 +13,20 @@ int statusOf(FieldResult error) {
   return error == FieldResult::kTooLarge ? 413 : 400;
 }
 
+// The page that is asked for; null when there is none. A pushed document goes to the filter, which lets strangers in
+// with it: what else its request names is not for them.
+const char* pageOf(const RequestHead& head, const Body& body, Request& request) {
+  if (std::string_view(head.target).substr(head.path.size()).starts_with("?push")) return nullptr;
+  if (const std::string* named = head.field("p")) return named->c_str();
+  return body.readable() ? request.getParameter("p") : nullptr;
+}
+
 // Lets the page have the request. True when there was an answer, be it an empty one.
 bool runPage(const PageTable& pages, const char* page, const RequestHead& head, Request& request, Response& response) {
   if (!page) return head.target.size() > head.path.size() + 1;  // a command that the filter carried out itself
   HttpServlet* handler = pages.find(page);
+  // A page that saves what a form holds is not to take a refused one for an empty one.
+  if (handler && !request.formIsSound()) return true;
   if (handler) handler->onRequest(&request, &response);
   return handler;
 }
@@ -57,8 +68,7 @@ Answer ServletRunner::serve(const RequestHead& head, Body& body) {
   PageContext context;
   Request request(head, body, sessions_, context, settings_.root);
   Response response(renderer_, context, settings_.spoolFolder, head.wantsJson);
-  const char* page = body.readable() ? request.getParameter("p") : nullptr;
-  if (const std::string* named = head.field("p")) page = named->c_str();
+  const char* page = pageOf(head, body, request);
   if (page) context.page = page;
   if (pages_.filter().onRequest(&request, &response) != 0) {
     body.open();

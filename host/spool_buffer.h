@@ -26,7 +26,7 @@ class SpoolBuffer {
   // Copies up to `length` bytes from `offset` on; gives their number, 0 at the end.
   std::size_t read(std::size_t offset, char* buffer, std::size_t length);
 
-  // The file with the whole content; none when all is in memory (or on failure).
+  // The file with the whole content; none when all is in memory, or on failure, which failed() tells then.
   FileHandle takeFile();
   // The content, when all is in memory.
   std::string takeMemory() { return std::move(memory_); }

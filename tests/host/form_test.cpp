@@ -1,11 +1,10 @@
 // Forms and uploads, whole and broken.
-#include <gtest/gtest.h>
-
 #include "host/form_reader.h"
 #include "tests/host/host_test.h"
 
 namespace host {
 namespace {
+using host_test::part;
 
 class Recorder final : public PartSink {
  public:
@@ -17,10 +16,6 @@ class Recorder final : public PartSink {
   std::string text;
 };
 
-std::string part(const std::string& parameters, const std::string& value) {
-  return "--B\r\nContent-Disposition: form-data; " + parameters + "\r\n\r\n" + value + "\r\n";
-}
-
 // What a reader makes of the body when it comes in pieces of `size` bytes, and "!" when it was not whole.
 std::string readInPieces(std::string_view body, std::size_t size) {
   Recorder recorder;
@@ -29,21 +24,16 @@ std::string readInPieces(std::string_view body, std::size_t size) {
   return recorder.text + (reader.complete() ? "" : "!");
 }
 
-TEST(MultipartReader, ReadsTheSameHoweverTheBodyIsCut) {
-  const std::string body =
-      "preamble\r\n" + part("name=\"a\"", "1") + part("name=\"b\"", "") +
-      part("name=\"f\"; filename=\"x;\\\"y.bin\"", "\r\n--BX\r\n--B-\r\n--") +
-      "--B \t\r\nContent-Type: text/plain\r\nCONTENT-DISPOSITION: form-data; filename=\"\"; name=c\r\n"
-      "\r\nv\r\n--B--\r\nepilogue --B\r\n";
-  const std::string expected = "<a>1</><b></><f@x;\"y.bin>\r\n--BX\r\n--B-\r\n--</><c@>v</>";
-  for (std::size_t size = 1; size <= body.size(); ++size) ASSERT_EQ(readInPieces(body, size), expected) << size;
-}
-
-TEST(MultipartReader, KeepsWhatWasComplete) {
+TEST(MultipartReader, KeepsWhatIsCompleteHoweverTheBodyIsCut) {
   const std::string a = part("name=\"a\"", "1");
   const struct {
     std::string body, expected;
   } kCases[] = {
+      {"preamble\r\n" + a + part("name=\"b\"", "") +
+           part("name=\"f\"; filename=\"x;\\\"y.bin\"", "\r\n--BX\r\n--B-\r\n--") +
+           "--B \t\r\nContent-Type: text/plain\r\nCONTENT-DISPOSITION: form-data; filename=\"\"; name=c\r\n"
+           "\r\nv\r\n--B--\r\nepilogue --B\r\n",
+       "<a>1</><b></><f@x;\"y.bin>\r\n--BX\r\n--B-\r\n--</><c@>v</>"},
       {"", "!"},
       {"no boundary at all", "!"},
       {a, "<a>!"},  // what may be the beginning of a boundary is held back
@@ -57,8 +47,9 @@ TEST(MultipartReader, KeepsWhatWasComplete) {
       {a + "--B\r\n\r\nheadless\r\n--B--", "<a>1</>"},
   };
   for (const auto& row : kCases) {
-    for (std::size_t size : {1U, 7U, 100'000U})
-      EXPECT_EQ(readInPieces(row.body, size), row.expected) << row.body.substr(0, 99);
+    const std::size_t most = std::min<std::size_t>(row.body.size(), 400);
+    for (std::size_t size = 1; size <= most; ++size) ASSERT_EQ(readInPieces(row.body, size), row.expected) << size;
+    EXPECT_EQ(readInPieces(row.body, 100'000), row.expected);
   }
   Recorder recorder;
   EXPECT_FALSE(MultipartReader("", recorder).feed(a));
@@ -67,15 +58,12 @@ TEST(MultipartReader, KeepsWhatWasComplete) {
 
 // A gathered body with a form in it.
 struct Form {
-  explicit Form(const std::string& content, const std::string& type = "multipart/form-data; boundary=B; charset=utf-8")
-      : body("/tmp"), uploads(root.path()), reader(type, body, uploads) {
-    body.gathered().append(content);
-  }
+  explicit Form(const std::string& content) : body("/tmp") { body.gathered().append(content); }
   host_test::LogCapture log;
   host_test::TempFolder root;
   Body body;
-  UploadFiles uploads;
-  FormReader reader;
+  UploadFiles uploads{root.path()};
+  FormReader reader{"multipart/form-data; boundary=B; charset=utf-8", body, uploads};
 };
 
 TEST(FormReader, StoresFilesBelowTheRoot) {
@@ -90,7 +78,7 @@ TEST(FormReader, StoresFilesBelowTheRoot) {
   const auto& values = fields.all()[0].values;
   EXPECT_EQ(values[0].substr(0, 14), "/tmp/logofile_");
   EXPECT_EQ(values[1], "my logo.png");
-  EXPECT_EQ(form.root.read(values[0].substr(1)), std::string(200'000, 'x'));
+  EXPECT_EQ(file_size(form.root.path() / values[0].substr(1)), 200'000U);
   EXPECT_EQ(form.log.text(), "");
 }
 
@@ -117,29 +105,6 @@ TEST(FormReader, RefusesPatternsOutsideTheRoot) {
     EXPECT_EQ(form.reader.fieldsWithFiles().first("f"), nullptr) << pattern;
     EXPECT_NE(form.log.text(), "") << pattern;
   }
-}
-
-TEST(FormReader, CountsABadFormAsEmpty) {
-  const std::string nul("x\0y", 3);
-  const struct {
-    std::string body, type;
-    FieldResult error;
-  } kCases[] = {
-      {part("name=\"a\"", "1") + part("name=\"b\"", nul) + "--B--", "multipart/form-data; boundary=B",
-       FieldResult::kNul},
-      {part("name=\"a\"", "1") + part("name=\"" + nul + "\"", "") + "--B--", "multipart/form-data; boundary=B",
-       FieldResult::kNul},
-      {part("name=\"a\"", std::string(1024 * 1024, 'x')) + "--B--", "multipart/form-data; boundary=B",
-       FieldResult::kTooLarge},
-      {"a=1&b=%00", "application/x-www-form-urlencoded", FieldResult::kNul},
-      {"a=1&b=" + nul, "Application/X-WWW-Form-Urlencoded; charset=utf-8", FieldResult::kNul},
-  };
-  for (const auto& row : kCases) {
-    Form form(row.body, row.type);
-    EXPECT_TRUE(form.reader.fields().empty()) << row.body.substr(0, 99);
-    EXPECT_EQ(form.reader.error(), row.error);
-  }
-  EXPECT_TRUE(Form("a=1", "text/xml").reader.fields().empty());
 }
 
 }  // namespace

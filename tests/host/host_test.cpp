@@ -1,14 +1,14 @@
 #include "tests/host/host_test.h"
 
-#include <arpa/inet.h>
 #include <netinet/in.h>
+#include <signal.h>
 #include <stdlib.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 #include "host/log.h"
 
@@ -34,25 +34,23 @@ TempFolder::TempFolder() {
   std::string name = (fs::temp_directory_path() / "host_test_XXXXXX").string();
   path_ = fs::canonical(::mkdtemp(name.data()));
 }
-TempFolder::~TempFolder() {
-  fs::remove_all(path_);
-}
 
 void TempFolder::write(const std::string& file, std::string_view content) const {
   fs::create_directories((path_ / file).parent_path());
   std::ofstream(path_ / file, std::ios::binary) << content;
 }
 
-std::string TempFolder::read(const std::string& file) const {
-  std::ifstream in(path_ / file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
 std::vector<std::string> TempFolder::list(const std::string& folder) const {
   std::vector<std::string> names;
-  if (!fs::exists(path_ / folder)) return names;
   for (const auto& entry : fs::directory_iterator(path_ / folder)) names.push_back(entry.path().filename());
   return names;
+}
+
+LowLimit::LowLimit(__rlimit_resource resource, rlim_t limit) : resource_(resource) {
+  ::signal(SIGXFSZ, SIG_IGN);
+  ::getrlimit(resource, &before_);
+  const rlimit low{limit, before_.rlim_max};
+  ::setrlimit(resource, &low);
 }
 
 std::string Reply::header(const std::string& name) const {
@@ -61,16 +59,10 @@ std::string Reply::header(const std::string& name) const {
 }
 
 Client::Client(std::uint16_t port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  sockaddr_in address{AF_INET, htons(port), {htonl(INADDR_LOOPBACK)}, {}};
   const timeval patience{30, 0};
   ::setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
   if (::connect(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) close();
-}
-Client::~Client() {
-  close();
 }
 
 void Client::close() {
@@ -94,9 +86,8 @@ bool Client::send(std::string_view bytes) {
 bool Client::fill() {
   char piece[65536];
   const ssize_t count = ::recv(socket_, piece, sizeof piece, 0);
-  if (count <= 0) return false;
-  buffer_.append(piece, static_cast<std::size_t>(count));
-  return true;
+  if (count > 0) buffer_.append(piece, static_cast<std::size_t>(count));
+  return count > 0;
 }
 
 Reply Client::receive(bool hasBody) {
@@ -105,16 +96,15 @@ Reply Client::receive(bool hasBody) {
   while ((end = buffer_.find("\r\n\r\n")) == std::string::npos) {
     if (!fill()) return reply;
   }
-  std::string head = buffer_.substr(0, end + 2);
+  std::istringstream head(buffer_.substr(0, end));
   buffer_.erase(0, end + 4);
-  reply.status = static_cast<int>(std::strtol(head.c_str() + head.find(' '), nullptr, 10));
-  for (std::size_t at = head.find("\r\n") + 2; at < head.size();) {
-    const std::size_t lineEnd = head.find("\r\n", at), colon = head.find(':', at);
-    std::string name = head.substr(at, colon - at);
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char c) { return static_cast<char>(tolower(c)); });
-    reply.headers.emplace(name, head.substr(colon + 2, lineEnd - colon - 2));
-    at = lineEnd + 2;
+  std::string line;
+  head >> line >> reply.status;
+  std::getline(head, line);
+  while (std::getline(head, line)) {
+    const std::size_t colon = std::min(line.find(": "), line.size());
+    std::transform(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(colon), line.begin(), ::tolower);
+    reply.headers.emplace(line.substr(0, colon), line.substr(colon + 2, line.find('\r') - colon - 2));
   }
   if (reply.status == 100) return receive(hasBody);
   const std::size_t length = hasBody ? std::strtoul(reply.header("content-length").c_str(), nullptr, 10) : 0;
@@ -122,6 +112,10 @@ Reply Client::receive(bool hasBody) {
   reply.body = buffer_.substr(0, length);
   buffer_.erase(0, length);
   return reply;
+}
+
+std::string part(const std::string& parameters, std::string_view value) {
+  return "--B\r\nContent-Disposition: form-data; " + parameters + "\r\n\r\n" + std::string(value) + "\r\n";
 }
 
 Behaviour& behaviour() {
@@ -138,18 +132,21 @@ class TestFilter final : public HttpListener {
 
 class TestPage final : public HttpServlet {
   int onRequest(HttpRequest* request, HttpResponse* response) override {
-    return behaviour().page ? behaviour().page(request, response) : 0;
+    if (behaviour().page) behaviour().page(request, response);
+    return 1;
   }
   int destory() override { return ++behaviour().destroyed; }
 };
 
-HttpListener* makeFilter() {
-  static TestFilter filter;
-  return &filter;
+template <class Base, class Object>
+Base* make() {
+  static Object object;
+  return &object;
 }
-HttpServlet* makePage() {
-  static TestPage page;
-  return &page;
+
+void* findFactory(const std::string& name) {
+  if (name == "createLoginListener") return reinterpret_cast<void*>(&make<HttpListener, TestFilter>);
+  return name == "createAnyServlet" ? reinterpret_cast<void*>(&make<HttpServlet, TestPage>) : nullptr;
 }
 }  // namespace
 
@@ -161,28 +158,26 @@ ServerTest::ServerTest() {
 }
 
 void ServerTest::start(host::ServerSettings settings) {
-  pages_ = std::make_unique<host::PageTable>(root_.path() / "pages.conf", [](const std::string& name) -> void* {
-    if (name == "createLoginListener") return reinterpret_cast<void*>(&makeFilter);
-    return name == "createAnyServlet" ? reinterpret_cast<void*>(&makePage) : nullptr;
-  });
+  pages_ = std::make_unique<host::PageTable>(root_.path() / "pages.conf", findFactory);
   settings.root = root_.path();
   server_ = std::make_unique<host::Server>(*pages_, std::move(settings));
 }
 
 std::string ServerTest::head(const std::string& method, const std::string& target, const std::string& headers) {
+  if (!server_) start();
   return method + " " + target + " HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(server_->port()) + "\r\n" + headers +
          "\r\n";
 }
 
 Reply ServerTest::get(const std::string& target, const std::string& headers) {
-  if (!server_) start();
-  return Client(server_->port()).ask(head("GET", target, headers));
+  const std::string request = head("GET", target, headers);
+  return Client(server_->port()).ask(request);
 }
 
 Reply ServerTest::post(const std::string& target, const std::string& headers, std::string_view body) {
-  if (!server_) start();
   const std::string length = "Content-Length: " + std::to_string(body.size()) + "\r\n";
-  return Client(server_->port()).ask(head("POST", target, headers + length) + std::string(body));
+  const std::string request = head("POST", target, headers + length);
+  return Client(server_->port()).ask(request + std::string(body));
 }
 
 }  // namespace host_test

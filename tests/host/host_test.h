@@ -1,7 +1,9 @@
 // A server in this process with pages of the tests' own, and a client that sends what it is told, byte for byte.
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <filesystem>
 #include <functional>
@@ -32,15 +34,27 @@ class LogCapture {
 class TempFolder {
  public:
   TempFolder();
-  ~TempFolder();
+  ~TempFolder() { std::filesystem::remove_all(path_); }
   const std::filesystem::path& path() const { return path_; }
   void write(const std::string& file, std::string_view content) const;
-  std::string read(const std::string& file) const;
   // Names of the files in a folder.
   std::vector<std::string> list(const std::string& folder) const;
 
  private:
   std::filesystem::path path_;
+};
+
+// A lower limit of the system while it lives (RLIMIT_FSIZE: the disk is full at that size).
+class LowLimit {
+ public:
+  LowLimit(__rlimit_resource resource, rlim_t limit);
+  ~LowLimit() { ::setrlimit(resource_, &before_); }
+  LowLimit(const LowLimit&) = delete;
+  LowLimit& operator=(const LowLimit&) = delete;
+
+ private:
+  __rlimit_resource resource_;
+  rlimit before_;
 };
 
 struct Reply {
@@ -55,7 +69,7 @@ struct Reply {
 class Client {
  public:
   explicit Client(std::uint16_t port);
-  ~Client();
+  ~Client() { close(); }
   Client(const Client&) = delete;
   Client& operator=(const Client&) = delete;
 
@@ -71,11 +85,15 @@ class Client {
   std::string buffer_;
 };
 
-using Page = std::function<int(HttpRequest*, HttpResponse*)>;
+// A part of a multipart form whose boundary is "B"; "--B--" ends the form.
+std::string part(const std::string& parameters, std::string_view value);
+
+using Page = std::function<void(HttpRequest*, HttpResponse*)>;
 
 // What the page "any" and the filter do; the filter lets everything in unless told otherwise.
 struct Behaviour {
-  Page page, filter;
+  Page page;
+  std::function<int(HttpRequest*, HttpResponse*)> filter;
   int destroyed = 0;
 };
 Behaviour& behaviour();
@@ -84,7 +102,7 @@ class ServerTest : public ::testing::Test {
  protected:
   ServerTest();
   void start(host::ServerSettings settings = {});
-  // GET, or POST when there is a body, on a connection of its own; `headers` are whole lines with their line ends.
+  // GET, or POST with a body, on a connection of its own; `headers` are whole lines with their line ends.
   Reply get(const std::string& target, const std::string& headers = "");
   Reply post(const std::string& target, const std::string& headers, std::string_view body);
   std::string head(const std::string& method, const std::string& target, const std::string& headers = "");

@@ -1,5 +1,4 @@
 // Templates and lists.
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "host/template_renderer.h"
