@@ -1,55 +1,59 @@
-// The account pages: their selector, the basic and advanced settings, the codecs and their order.
+// The account pages and forwarding: their selectors, the settings, the codecs and their order.
 import assert from "node:assert/strict";
-import test, { after, before } from "node:test";
-import { axe, startPhone } from "./phone.mjs";
+import test from "node:test";
+import { answerDialogs, assertErrors, axe, phone, save, values, visibleFields } from "./phone.mjs";
 
-let phone;
-before(async () => { phone = await startPhone(); });
-after(() => phone?.stop());
-
-const save = async (page) => {
-  await page.locator(".bar .primary").click();
-  await page.getByText("Saved.").waitFor();
-};
-const stored = (account, ...keys) => Promise.all(keys.map((key) => phone.config(key, account)));
 const list = (page, name) => page.locator(`[data-field=${name}] > li > span`).allTextContents();
+const lose = "The changes are not saved. Leave them?";
+
+test("an account is registered, its stored password kept, its state followed", async () => {
+  await phone.configure({ "AccountPassword@1": "kept-secret", "AccountEnable@1": "0" });
+  const page = await phone.openAs("admin", "p=account-register&q=load&acc=1");
+  assert.equal(await page.textContent("#AccountStatus"), "Disabled");
+  assert.doesNotMatch(await page.content(), /kept-secret/);
+  await page.check("#AccountEnable");
+  await page.fill("#AccountUserName", "2001");
+  await assertErrors(page, [
+    ["server1", "not a host", "Enter a host name or an IP address."], ["server1", "sip2.example.com", ""],
+    ["port2", "70000", "Enter a whole number from 0 to 65535."], ["port2", "5061", ""],
+  ]);
+  await page.selectOption("#AccountTransport", "2");
+  await phone.assertSaves(page, ["0x10007 3 1"], { "AccountEnable@1": "1", "AccountUserName@1": "2001", "AccountSIPServerHost@1": "sip2.example.com",
+    "AccountTransport@1": "2", "AccountPassword@1": "kept-secret" });
+  assert.deepEqual(await values(page, "port2", "AccountTransport"), ["5061", "2"]);
+  await phone.state({ registration: [2, 3] });
+  await page.locator('#AccountStatus[data-state="Register Failed"]').waitFor();
+  assert.equal(await page.textContent("#AccountStatus"), "Registration failed");
+  await page.fill("#AccountPassword", "new-one");
+  await phone.assertSaves(page, ["0x10007 3 1"], { "AccountPassword@1": "new-one" });
+});
 
 test("each account page saves the account it shows, and its selector asks before changes are lost", async () => {
   const page = await phone.openAs("admin", "p=account-basic&q=load&acc=1");
   await page.check("#AccountAutoAnswerSwitch");
-  await page.fill("#AccountAnonymousCallOnCode", "* 31");
-  await page.getByText("Enter a number or name without spaces.").waitFor();
-  await page.fill("#AccountAnonymousCallOnCode", "*31");
+  await assertErrors(page, [["AccountAnonymousCallOnCode", "* 31", "Enter a number or name without spaces."], ["AccountAnonymousCallOnCode", "*31", ""]]);
   await page.selectOption("#AccountRing", "Resource:Ring2.wav");
-  assert.deepEqual(await phone.messagesDuring(() => save(page)), ["app_hostapp 0x10007 13 0", "0x10007 3 1"]);
-  assert.deepEqual(await stored(1, "AccountAutoAnswerSwitch", "AccountAnonymousCallOnCode", "AccountRing"), ["1", "*31", "Resource:Ring2.wav"]);
-  assert.deepEqual([await page.inputValue("#AccountRing"), await page.inputValue("#acc")], ["Resource:Ring2.wav", "1"]);
+  await phone.assertSaves(page, ["app_hostapp 0x10007 13 0", "0x10007 3 1"],
+    { "AccountAutoAnswerSwitch@1": "1", "AccountAnonymousCallOnCode@1": "*31", "AccountRing@1": "Resource:Ring2.wav" });
+  assert.deepEqual(await values(page, "AccountRing", "acc"), ["Resource:Ring2.wav", "1"]);
 
   await phone.go(page, "p=account-adv&q=load&acc=1");
   await page.fill("#MessageVoiceNumber", "900");
-  await page.fill("#AccountDefaultT1", "0.05");
-  await page.getByText("Enter a number from 0.1 to 10.").waitFor();
-  await page.fill("#AccountDefaultT1", "0.7");
-  await page.fill("#AccountMinRTPPort", "12000");
-  await page.locator(".bar .primary").click();
-  assert.equal(await page.textContent("#AccountMaxRTPPort-error"), "Enter a number above 12000.");
-  await page.fill("#AccountMaxRTPPort", "12100");
+  await assertErrors(page, [["AccountDefaultT1", "0.05", "Enter a number from 0.1 to 10."], ["AccountDefaultT1", "0.7", ""],
+    ["AccountMinRTPPort", "12000", ""], ["AccountMaxRTPPort", "12000", "Enter a number above 12000."], ["AccountMaxRTPPort", "12100", ""]]);
   await page.selectOption("#AccountDTMFType", "2");
   await page.selectOption("#AccountDTMFInfoType", "1");
   assert.equal(await page.isVisible("#AccountDTMFPayload"), false);
-  assert.deepEqual(await phone.messagesDuring(() => save(page)), ["0x10007 2 0", "0x10007 3 1"]);
-  assert.deepEqual(await stored(1, "AccountVoiceMailNumber", "AccountDefaultT1", "AccountMaxRTPPort", "AccountDTMFInfoType", "AccountDTMFPayload"),
-    ["900", "0.7", "12100", "1", "101"]);
+  await phone.assertSaves(page, ["0x10007 2 0", "0x10007 3 1"], { "AccountVoiceMailNumber@1": "900", "AccountDefaultT1@1": "0.7",
+    "AccountMaxRTPPort@1": "12100", "AccountDTMFInfoType@1": "1", "AccountDTMFPayload@1": "101" });
 
-  const questions = [];
-  page.on("dialog", (dialog) => { questions.push(dialog.message()); return questions.length > 1 ? dialog.accept() : dialog.dismiss(); });
+  const questions = answerDialogs(page, false, true);
   await page.fill("#MessageVoiceNumber", "901");
   await page.selectOption("#acc", "0");
-  assert.equal(await page.inputValue("#acc"), "1");
+  assert.deepEqual(await values(page, "acc", "MessageVoiceNumber"), ["1", "901"]);
   await page.selectOption("#acc", "0");
   await page.waitForURL(/p=account-adv&q=load&acc=0/);
-  assert.deepEqual([questions, await page.inputValue("#MessageVoiceNumber")], [Array(2).fill("The changes are not saved. Leave them?"), ""]);
-  phone.assertNoProblems();
+  assert.deepEqual([questions, await page.inputValue("#MessageVoiceNumber")], [[lose, lose], ""]);
 });
 
 test("codecs are put in order by buttons, keys and dragging", async () => {
@@ -67,32 +71,74 @@ test("codecs are put in order by buttons, keys and dragging", async () => {
   await page.getByText("iLBC").dragTo(page.getByText("PCMA"), { targetPosition: { x: 5, y: 2 } });
   assert.deepEqual(await list(page, "enabled"), ["PCMU", "iLBC", "PCMA", "G729"]);
   assert.deepEqual(await axe(page), []);
-  assert.deepEqual(await phone.messagesDuring(() => save(page)), ["0x10007 3 2"]);
+  await phone.assertSaves(page, ["0x10007 3 2"], { "AccountAudio10Switch@2": "1", "AccountAudio10Priority@2": "2", "AccountAudio2Switch@2": "0",
+    "AccountAudio2Priority@2": "1" });
   assert.deepEqual(await list(page, "enabled"), ["PCMU", "iLBC", "PCMA", "G729"]);
-  assert.deepEqual(await stored(2, "AccountAudio10Switch", "AccountAudio10Priority", "AccountAudio2Switch", "AccountAudio2Priority"), ["1", "2", "0", "1"]);
-  phone.assertNoProblems();
 });
 
 test("a change of the codecs is not lost without a warning, Cancel takes it back, and none at all is refused", async () => {
   const page = await phone.openAs("admin", "p=account-codec&q=load&acc=0");
-  const warnings = [];
-  page.on("dialog", (dialog) => { warnings.push(dialog.type()); dialog.dismiss(); });
+  const questions = answerDialogs(page);
   for (const name of ["G722", "PCMU", "PCMA", "G729"]) await page.getByRole("button", { name: `Remove: ${name}` }).click();
-  await page.locator(".bar .primary").click();
+  await save(page);
   assert.equal(await page.textContent("#message"), "Not saved: at least one codec must be in use.");
   await page.selectOption("#acc", "1");
-  assert.deepEqual(warnings, ["confirm"]);
+  assert.deepEqual(questions, [lose]);
   await page.getByRole("button", { name: "Cancel" }).click();
   assert.deepEqual(await list(page, "enabled"), ["G722", "PCMU", "PCMA", "G729"]);
   await page.selectOption("#acc", "1");
   await page.waitForURL(/acc=1/);
-  assert.deepEqual(warnings, ["confirm"]);
+  assert.deepEqual(questions, [lose]);
 });
 
 test("without scripts a save of the codecs loses nothing", async () => {
-  const { cookies } = await (await phone.openAs("admin", "p=status&q=load")).context().storageState();
-  const page = await phone.open({ javaScriptEnabled: false, storageState: { cookies, origins: [] } });
-  await phone.go(page, "p=account-codec&q=load&acc=3");
-  await page.locator(".bar .primary").click();
+  const page = await phone.openAs("admin", "p=account-codec&q=load&acc=3", { javaScriptEnabled: false });
+  await save(page);
   assert.deepEqual(await list(page, "enabled"), ["G722", "PCMU", "PCMA", "G729"]);
+});
+
+test("forwarding and do not disturb have settings of the phone", async () => {
+  const page = await phone.openAs("user", "p=features-forward&q=load");
+  assert.equal(await page.isVisible("#ForwardAccount"), false);
+  await page.check("#BusyForwardSwitch");
+  await save(page);
+  assert.equal(await page.textContent("#BusyForwardTarget-error"), "This field must be filled in.");
+  await page.fill("#BusyForwardTarget", "2002");
+  await page.selectOption("#NoAnswerForwardDelayTime", { label: "18" });
+  await page.check("#DndStatus");
+  await phone.assertSaves(page, ["0x10007 1 0", "0x10007 30 0"],
+    { BusyForwardSwitch: "1", BusyForwardTarget: "2002", NoAnswerForwardDelayTime: "3", DndStatus: "1" });
+});
+
+test("another mode or account shows its own settings, after a question when changes would be lost", async () => {
+  await phone.configure({ "AccountEnable@0": "1", "AccountUserName@0": "1000", "AccountEnable@1": "1", "AccountUserName@1": "" });
+  const page = await phone.openAs("admin", "p=features-forward&q=load");
+  const isPhoneMode = (name) => page.locator(`[name=${name}][value="0"]`).isChecked();
+  const questions = answerDialogs(page);
+  await page.fill("#BusyForwardTarget", "2003");
+  await page.getByLabel("Each account").first().click();
+  assert.deepEqual([questions, await isPhoneMode("ForwardMode"), await page.isVisible("#ForwardAccount")], [[lose], true, false]);
+  await page.getByRole("button", { name: "Cancel" }).click();
+  await page.getByLabel("Each account").first().click();
+  await page.getByText("The mode shown takes effect when you save.").waitFor();
+  assert.deepEqual(await page.locator("#ForwardAccount option").allTextContents(), ["1000", "Account 2"]);
+  assert.deepEqual([await page.inputValue("#BusyForwardTarget"), await isPhoneMode("DndMode")], ["", true]);
+  await page.selectOption("#ForwardAccount", "1");
+  await page.waitForURL(/fwd=1/);
+  await page.check("#AlwaysForwardSwitch");
+  await page.fill("#AlwaysForwardTarget", "3003");
+  await phone.assertSaves(page, ["0x10007 1 0"], { ForwardMode: "1" });
+  assert.match(page.url(), /p=features-forward&q=load&fwd=1$/);
+  assert.deepEqual(await values(page, "ForwardAccount", "AlwaysForwardTarget"), ["1", "3003"]);
+  await page.selectOption("#ForwardAccount", "0");
+  await page.waitForURL(/fwd=0/);
+  assert.deepEqual([await page.inputValue("#AlwaysForwardTarget"), questions], ["", [lose]]);
+});
+
+test("without an active account the forward page says so and keeps the settings", async () => {
+  await phone.configure({ "AccountEnable@0": "0", "AccountEnable@1": "0", BusyForwardTarget: "2002" });
+  const page = await phone.openAs("admin", "p=features-forward&q=load&ForwardMode=1&DndMode=1");
+  assert.equal(await page.locator(".alert:visible").count(), 2);
+  assert.deepEqual(await visibleFields(page), ["ForwardMode", "DndMode", "DNDEmergencySwitch"]);
+  await phone.assertSaves(page, ["0x10007 30 0"], { DndMode: "1", BusyForwardTarget: "2002" });
 });

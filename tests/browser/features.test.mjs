@@ -1,19 +1,9 @@
 // The feature and setting pages that edit a few values each: what is checked, shown, posted and announced.
 import assert from "node:assert/strict";
-import test, { after, before } from "node:test";
-import { axe, startPhone } from "./phone.mjs";
-
-let phone;
-before(async () => { phone = await startPhone(); });
-after(() => phone?.stop());
+import test from "node:test";
+import { assertErrors, axe, phone, save, values, visibleFields } from "./phone.mjs";
 
 const open = (name, user = "admin") => phone.openAs(user, `p=${name}&q=load`);
-const visible = (page) => page.locator("main .field:visible [name]:visible").evaluateAll((all) => [...new Set(all.map(({ name }) => name))]);
-
-async function saved(page) {
-  await page.locator(".bar .primary").click();
-  await page.getByText("Saved.").waitFor();
-}
 
 test("errors show at the field", async () => {
   const numbers = "Enter numbers separated by commas, without spaces, such as 112,911.";
@@ -36,16 +26,7 @@ test("errors show at the field", async () => {
       ["PushXMLServerIP", "10.0.0.1 , 10.0.0.2", ""], ["PushXMLServerIP", "10.0.0.*", servers], ["PushXMLServerIP", "host.example", servers]],
   };
   await phone.configure({ LockEnable: "1" });
-  for (const [name, cases] of Object.entries(rows)) {
-    const page = await open(name);
-    for (const [id, text, error] of cases) {
-      await page.fill(`#${id}`, text);
-      await page.locator(`#${id}`).dispatchEvent("change");
-      assert.equal(await page.textContent(`#${id}-error`), error, `${name} ${id} "${text}"`);
-    }
-    await page.context().close();
-  }
-  phone.assertNoProblems();
+  for (const [name, cases] of Object.entries(rows)) await assertErrors(await open(name), cases);
 });
 
 test("fields follow their switch", async () => {
@@ -61,52 +42,38 @@ test("fields follow their switch", async () => {
   await phone.configure({ ToneCountry: "Austria", JitterAdaptive: "0" });
   for (const [name, change, first, more] of rows) {
     const page = await open(name);
-    assert.deepEqual(await visible(page), first, name);
+    assert.deepEqual(await visibleFields(page), first, name);
     await change(page);
-    assert.deepEqual((await visible(page)).filter((field) => !first.includes(field)), more, name);
-    await page.context().close();
+    assert.deepEqual((await visibleFields(page)).filter((field) => !first.includes(field)), more, name);
   }
-  phone.assertNoProblems();
 });
 
-test("a save stores the values and tells the phone what it has to know", async () => {
-  await phone.configure({ LockEnable: "0", ToneCountry: "Custom", JitterAdaptive: "1", JitterMin: "60", JitterNominal: "120", JitterMax: "240", IntercomAllowance: "1" });
+test("a save posts what each kind of control holds, and nothing that does not show", async () => {
+  await phone.configure({ LockEnable: "0", ToneCountry: "Custom", ToneDial: "350/0", JitterAdaptive: "1", JitterMin: "60", JitterNominal: "120", JitterMax: "240" });
   const rows = [
     // page, what is changed, the messages, the values
     ["features-audio", async (page) => { await page.uncheck("#VolumeButtonSoundOn"); await page.selectOption("#RingerDevice", "2"); }, ["0x10007 11 0"], { VolumeButtonSoundOn: "0", RingerDevice: "2", CallWaitingToneSwitch: "1" }],
-    ["features-bluetooth", (page) => page.check("#BluetoothSwitch"), ["bluetooththread 0xa59 1 0"], { BluetoothSwitch: "1" }],
-    ["features-callpickup", async (page) => { await page.check("#GPickupSwitch"); await page.fill("#GPickupCode", "*98"); await page.selectOption("#CallParkRingNotifyType", "1"); }, [], { GPickupSwitch: "1", GPickupCode: "*98", DPickupCode: "**", CallParkRingNotifyType: "1" }],
-    ["features-intercom", (page) => page.check("#IntercomBargeSwitch"), ["app_hostapp 0x10007 29 0"], { IntercomBargeSwitch: "1", IntercomAllowance: "1" }],
     ["features-transfer", (page) => page.getByLabel("Blind transfer", { exact: true }).check(), [], { TransferModeViaDsskey: "2" }],
-    ["features-transfer", (page) => page.uncheck("#OnhookBlindTranSwitch"), ["0x10007 28 0"], { OnhookBlindTranSwitch: "0", TransferModeViaDsskey: "2" }],
     ["features-phonelock", async (page) => { await page.check("#LockEnable"); await page.selectOption("#PhoneLock", "2"); await page.fill("#EmergencyNumberList", "112"); }, ["app_hostapp 0x10007 20 0"], { LockEnable: "1", PhoneLock: "2", EmergencyNumberList: "112" }],
-    ["settings-areacode", (page) => page.fill("#AreaCode", "0571"), ["app_hostapp 0x10007 18 0"], { AreaCode: "0571", AreaCodeMaxLen: "15" }],
-    ["settings-tones", async (page) => { await page.fill("#ToneDial", "425/0"); }, ["0x10007 12 0"], { ToneDial: "425/0", ToneCountry: "Custom" }],
-    ["settings-tones", (page) => page.selectOption("#ToneCountry", "Austria"), ["0x10007 12 0"], { ToneDial: "425/0", ToneCountry: "Austria" }],
+    ["settings-tones", (page) => page.selectOption("#ToneCountry", "Austria"), ["0x10007 12 0"], { ToneDial: "350/0", ToneCountry: "Austria" }],
     ["settings-voice", async (page) => { await page.fill("#JitterNominal", "80"); await page.getByLabel("Fixed").check(); }, ["0x10007 17 0"], { JitterAdaptive: "0", JitterNominal: "80", JitterMin: "60" }],
-    ["features-remotecontrl", async (page) => { await page.fill("#AURILimitIP", "10.0.*.*"); await page.check("#EnableSIPNotifyPushXML"); }, [], { AURILimitIP: "10.0.*.*", AURIShowMsgBoxEnable: "1", EnableSIPNotifyPushXML: "1" }],
   ];
-  for (const [name, change, messages, values] of rows) {
+  for (const [name, change, messages, stored] of rows) {
     const page = await open(name);
     await change(page);
-    assert.deepEqual(await phone.messagesDuring(() => saved(page)), messages, name);
-    const stored = await Promise.all(Object.keys(values).map(async (key) => [key, await phone.config(key)]));
-    assert.deepEqual(Object.fromEntries(stored), values, name);
-    await page.context().close();
+    await phone.assertSaves(page, messages, stored);
   }
-  phone.assertNoProblems();
 });
 
 test("codes that are configuration values do not hide their fields", async () => {
   await phone.configure({ AreaCode: "3", ToneDial: "3", GPickupSwitch: "3", "settings-dialplan": "2", "settings-tones": "2", "features-bluetooth": "2", ToneCountry: "Custom" });
   for (const [name, field] of [["settings-areacode", "AreaCode"], ["settings-tones", "ToneDial"], ["features-bluetooth", "BluetoothSwitch"]]) {
-    const page = await open(name, "user");
-    assert.ok((await visible(page)).includes(field), name);
-    await page.context().close();
+    assert.ok((await visibleFields(await open(name, "user"))).includes(field), name);
   }
 });
 
 test("the audio page restarts the phone only when asked to, and asks once more", async () => {
+  phone.expectProblems("503", "ERR_");
   const page = await open("features-audio");
   await page.getByRole("button", { name: "Save and restart" }).click();
   assert.deepEqual(await axe(page), []);
@@ -120,18 +87,13 @@ test("the audio page restarts the phone only when asked to, and asks once more",
   assert.deepEqual(messages.filter((message) => message.startsWith("0x10007 11 ")), []);
   await page.waitForURL(/p=login/, { timeout: 30_000 });
   await phone.state({ rebootSeconds: 0 });
-  phone.assertNoProblems("503", "ERR_");
 });
 
 test("the hidden page saves, restarts and pushes a document to the screen", async () => {
+  phone.expectProblems("inline style");  // of the browser's own report on a broken document, which nobody sees
   const page = await open("hidden");
   await page.check("#DndForbidden");
-  await page.locator(".bar .primary").click();
-  const messages = await phone.messagesDuring(async () => {
-    await page.getByRole("button", { name: "Save only" }).click();
-    await page.getByText("Saved.").waitFor();
-  });
-  assert.deepEqual([messages, await phone.config("DndForbidden")], [["0x10007 28 0"], "1"]);
+  await phone.assertSaves(page, ["0x10007 28 0"], { DndForbidden: "1" }, "Save only");
   const push = async (text, answer) => {
     await page.fill("#editPushXML", text);
     await page.getByRole("button", { name: "Show on the phone" }).click();
@@ -146,5 +108,30 @@ test("the hidden page saves, restarts and pushes a document to the screen", asyn
   await phone.state({ talking: true });
   await push("<text>Again</text>", "A call is in progress");
   await phone.state({ talking: false });
-  phone.assertNoProblems("inline style");  // of the browser's own report on a broken document, which nobody sees
+});
+
+test("an address for an event is http or https and may hold variables", async () => {
+  const page = await open("features-actionurl");
+  assert.equal(await page.locator("main input:visible").count(), 34);
+  assert.equal(await page.locator("#AURemoteIP").count(), 0);
+  const wrong = "Enter an address that begins with http:// or https://, without spaces.";
+  const right = ["http://192.168.1.5/event?phone=$mac&caller=$remote", "https://$ip:8443/$call_id", "HTTP://host", ""];
+  const bad = ["ftp://host/x", "host/x", "http://", "http:///x", "http://host/a b", "http://host:99999/", "javascript:alert(1)"];
+  await assertErrors(page, [...right.map((text) => ["AUIncomingCall", text, ""]), ...bad.map((text) => ["AUIncomingCall", text, wrong])]);
+  const address = "http://192.168.1.5/?ip=$ip&user=$active_user";
+  await page.fill("#AUIncomingCall", address);
+  await page.getByText("What an address may hold").click();
+  await page.getByText("$display_remote").waitFor();
+  await phone.assertSaves(page, ["0x10007 38 0"], { AUIncomingCall: address });
+  assert.equal(await page.inputValue("#AUIncomingCall"), address);
+});
+
+test("the command server belongs to phones that follow one", async () => {
+  await phone.configure({ ISUME: "1", AURemoteIP: "192.0.2.9" });
+  const page = await open("features-actionurl");
+  assert.deepEqual(await values(page, "AURemoteIP"), ["192.0.2.9"]);
+  await page.fill("#AURemoteIP", "commands.example");
+  await phone.assertSaves(page, ["0x10007 38 0"], { AURemoteIP: "commands.example" });
+  await page.getByRole("link", { name: "Command server" }).click();
+  assert.match(page.url(), /#events-server$/);
 });

@@ -2,12 +2,8 @@
 import assert from "node:assert/strict";
 import { existsSync } from "node:fs";
 import { join } from "node:path";
-import test, { after, before } from "node:test";
-import { axe, screenshot, startPhone } from "./phone.mjs";
-
-let phone;
-before(async () => { phone = await startPhone(); });
-after(() => phone?.stop());
+import test from "node:test";
+import { answerDialogs, axe, phone, save, screenshot, values } from "./phone.mjs";
 
 const open = (user = "admin", options = {}) => phone.openAs(user, "p=features-general&q=load", options);
 const logoExists = () => existsSync(join(phone.root, "config/Pics/logo.dob"));
@@ -22,7 +18,6 @@ test("the overview leads to each group that the user may see", async () => {
   const other = await open("var");
   assert.deepEqual(await other.locator(".overview a").allTextContents(), groups.filter((group) => !["Hotline", "Logo"].includes(group)));
   await phone.configure({ FeaturesHotlineNumber: "1", FeaturesHotlineDelay: "1", FeaturesUseLogo: "1" });
-  phone.assertNoProblems();
 });
 
 test("a save stores all groups, leaves those of other pages alone and restarts only for what needs it", async () => {
@@ -31,7 +26,7 @@ test("a save stores all groups, leaves those of other pages alone and restarts o
   assert.equal(await page.locator("#PSWDialPrefix").isVisible(), false);
   await page.check("#EnablePSWDial");
   await page.fill("#PSWDialPrefix", "");
-  await page.locator(".bar .primary").click();
+  await save(page);
   assert.equal(await page.textContent("#PSWDialPrefix-error"), "This field must be filled in.");
   await page.fill("#PSWDialPrefix", "17909");
   await page.fill("#PSWDialLength", "4");
@@ -42,22 +37,15 @@ test("a save stores all groups, leaves those of other pages alone and restarts o
   await page.fill("#CallNumFilter", ` ,-()"'`);
   await page.selectOption("#PayloadType", "9");
   await page.fill("#ReLogOffTime", "5");
-  const messages = await phone.messagesDuring(async () => {
-    await page.locator(".bar .primary").click();
-    await page.getByText("Saved.").waitFor();
-  });
-  assert.deepEqual(messages, ["app_hostapp 0x10007 11 0", "0x10007 42 0"]);
-  const values = { EnablePSWDial: "1", PSWDialPrefix: "17909", PSWDialLength: "4", CallWaitingOnCode: "*43#", KeyAsSendSwitch: "2", NormalRefuseCode: "603", CallNumFilter: ` ,-()"'`, PayloadType: "9", ReLogOffTime: "5", GPickupCode: "*77", DialNowDelay: "1" };
-  assert.deepEqual(await Promise.all(Object.keys(values).map((key) => phone.config(key))), Object.values(values));
-  assert.deepEqual([await phone.config("AccountAutoAnswerSwitch", 6), await page.isChecked("#AccountAutoAnswerSwitch")], ["1", true]);
+  await phone.assertSaves(page, ["app_hostapp 0x10007 11 0", "0x10007 42 0"], { EnablePSWDial: "1", PSWDialPrefix: "17909", PSWDialLength: "4", CallWaitingOnCode: "*43#", KeyAsSendSwitch: "2", NormalRefuseCode: "603", CallNumFilter: ` ,-()"'`, PayloadType: "9", ReLogOffTime: "5", GPickupCode: "*77", DialNowDelay: "1",
+    "AccountAutoAnswerSwitch@6": "1" });
+  assert.equal(await page.isChecked("#AccountAutoAnswerSwitch"), true);
   await page.fill("#DhcpHostnameValue", "desk-7");
-  await page.locator(".bar .primary").click();
+  await save(page);
   await page.getByText("Restart the phone now?").waitFor();
   assert.deepEqual(await axe(page), []);
-  await page.getByRole("button", { name: "Save only" }).click();
-  await page.getByText("Saved.").waitFor();
-  assert.equal(await phone.config("DhcpHostnameValue"), "desk-7");
-  phone.assertNoProblems();
+  await page.getByRole("button", { name: "Go back" }).click();
+  await phone.assertSaves(page, [], { DhcpHostnameValue: "desk-7" }, "Save only");
 });
 
 test("a logo is uploaded and deleted in the page, and what was typed stays", async () => {
@@ -81,22 +69,21 @@ test("a logo is uploaded and deleted in the page, and what was typed stays", asy
   await result("A call is in progress");
   await phone.state({ talking: false });
   const messages = await phone.messagesDuring(async () => { await upload(); await result("The logo is on the phone now."); });
-  assert.deepEqual([messages, logoExists(), await phone.config("LCDLogo"), await page.inputValue("#LCDLogo"), await page.inputValue("#HotlineNumber")],
-    [["app_hostapp 0x10007 21 0"], true, "2", "2", "500"]);
+  assert.deepEqual([messages, logoExists(), await values(page, "LCDLogo", "HotlineNumber")], [["app_hostapp 0x10007 21 0"], true, ["2", "500"]]);
+  await phone.assertStored({ LCDLogo: "2" });
   assert.deepEqual(await axe(page), []);
   await screenshot(page, "features-general-logo");
-  const answers = [false, true];
-  page.on("dialog", (dialog) => answers.shift() ? dialog.accept() : dialog.dismiss());
+  answerDialogs(page, false, true);
   const button = page.getByRole("button", { name: "Delete the logo" });
   await button.click();
   assert.equal(logoExists(), true);
   await button.click();
   await result("The logo has been deleted.");
   assert.deepEqual([logoExists(), await button.isVisible(), await page.inputValue("#HotlineNumber")], [false, false, "500"]);
-  phone.assertNoProblems();
 });
 
 test("the phone's refusals are told: too big, no file, logged out", async () => {
+  phone.expectProblems("500");
   const page = await open();
   const rows = [
     [{ body: { template: "upload-result", variables: { result: "big" } } }, "The logo is too large for the screen or the memory of the phone. The old one stays."],
@@ -113,18 +100,13 @@ test("the phone's refusals are told: too big, no file, logged out", async () => 
   await page.context().clearCookies();
   await page.getByRole("button", { name: "Upload" }).click();
   await page.locator("#logo-result").getByText("You have been logged out.").waitFor();
-  phone.assertNoProblems("500");
 });
 
 test("without scripts the upload answers with a page", async () => {
-  const page = await open();
-  const context = await phone.browser.newContext({ javaScriptEnabled: false, storageState: await page.context().storageState() });
-  const plain = await context.newPage();
-  await phone.go(plain, "p=features-general&q=load");
-  await plain.setInputFiles("#logoFile", { name: "logo.dob", mimeType: "application/octet-stream", buffer: Buffer.from([250, 250, 0]) });
-  await plain.getByRole("button", { name: "Upload" }).click();
-  assert.deepEqual([await plain.textContent("h1"), await plain.textContent("main .card p")], ["Upload", "big"]);
-  await plain.getByRole("link", { name: "Go back" }).click();
-  assert.match(plain.url(), /p=features-general&q=load$/);
-  await context.close();
+  const page = await open("admin", { javaScriptEnabled: false });
+  await page.setInputFiles("#logoFile", { name: "logo.dob", mimeType: "application/octet-stream", buffer: Buffer.from([250, 250, 0]) });
+  await page.getByRole("button", { name: "Upload" }).click();
+  assert.deepEqual([await page.textContent("h1"), await page.textContent("main .card p")], ["Upload", "big"]);
+  await page.getByRole("link", { name: "Go back" }).click();
+  assert.match(page.url(), /p=features-general&q=load$/);
 });

@@ -6,6 +6,7 @@ import { createRequire } from "node:module";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { createInterface } from "node:readline";
+import { after, afterEach } from "node:test";
 import assert from "node:assert/strict";
 import { chromium } from "playwright-core";
 
@@ -16,21 +17,22 @@ const axeSource = readFileSync(createRequire(import.meta.url).resolve("axe-core/
 const chromiumFlags = ["--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-background-networking",
   "--disable-component-update", "--disable-sync"];
 
-export async function startPhone() {
+async function startPhone() {
   const root = mkdtempSync(join(tmpdir(), "phone-web-"));
   const host = spawn(program, ["--root", root, "--listen", "127.0.0.1:0"], { stdio: ["ignore", "pipe", "pipe"] });
   let log = "";
   host.stderr.on("data", (text) => { log = (log + text).slice(-2000); });
+  const browser = chromium.launch({ executablePath: "/usr/bin/chromium", args: chromiumFlags });
   const [line] = await Promise.race([
     once(createInterface(host.stdout), "line"),
     once(host, "exit").then(([code]) => { throw new Error(`the host ended with ${code}: ${log}`); }),
   ]);
-  const browser = await chromium.launch({ executablePath: "/usr/bin/chromium", args: chromiumFlags });
-  return new Phone(root, host, browser, /http:\S+/.exec(line)[0]);
+  return new Phone(root, host, await browser, /http:\S+/.exec(line)[0]);
 }
 
 class Phone {
-  problems = [];  // console errors, refused content and requests to elsewhere, of all pages
+  problems = [];  // console errors, refused content and requests to elsewhere, of all pages of a test
+  expected = [];  // parts of those that are to be
 
   constructor(root, host, browser, origin) {
     Object.assign(this, { root, host, browser, origin });
@@ -44,25 +46,30 @@ class Phone {
   }
 
   // A window of a browser that holds nothing yet.
-  async open(options = {}) {
+  async open(query, options = {}) {
     const context = await this.browser.newContext({ viewport: { width: 1200, height: 800 }, ...options });
     const page = await context.newPage();
     page.on("console", (message) => { if (message.type() === "error") this.problems.push(message.text()); });
     page.on("pageerror", (error) => this.problems.push(error.message));
     page.on("request", (request) => { if (!request.url().startsWith(this.origin)) this.problems.push(request.url()); });
     page.setDefaultTimeout(10_000);
+    if (query) await this.go(page, query);
     return page;
   }
 
-  // The same, with somebody logged in and the page opened.
+  // The same, with somebody logged in.
   async openAs(user, query, options) {
-    const page = await this.open(options);
+    const page = await this.open("", options);
+    const address = `${this.origin}/servlet?p=login&q=login`;
+    await page.context().request.post(address, { form: { username: user, pwd: user }, maxRedirects: 0 });
     await this.go(page, query);
-    await this.logIn(page, user, user);
     return page;
   }
 
-  go(page, query) { return page.goto(`${this.origin}/servlet?${query}`); }
+  async go(page, query) {
+    await page.goto(`${this.origin}/servlet?${query}`);
+    await page.waitForSelector("html:not(.starting)");
+  }
 
   async logIn(page, user, password) {
     await page.fill("#username", user);
@@ -72,9 +79,13 @@ class Phone {
     await page.waitForSelector("html:not(.starting)");
   }
 
-  // Nothing but what is named (part of its text) went wrong in the browser since the last look.
-  assertNoProblems(...expected) {
-    assert.deepEqual(this.problems.splice(0).filter((text) => !expected.some((part) => text.includes(part))), []);
+  // Faults in the browser that are part of the test, by parts of their texts.
+  expectProblems(...parts) { this.expected.push(...parts); }
+
+  async endTest() {
+    const [problems, expected] = [this.problems.splice(0), this.expected.splice(0)];
+    await Promise.all(this.browser.contexts().map((context) => context.close()));
+    assert.deepEqual(problems.filter((text) => !expected.some((part) => text.includes(part))), []);
   }
 
   async control(method, path, body) {
@@ -84,10 +95,23 @@ class Phone {
   }
 
   state(patch) { return this.control("PATCH", "state", patch); }
-  configure(global, accounts = {}) { return this.control("PUT", "config", { global, accounts }); }
 
-  async config(key, account) {
-    return (await this.control("GET", `config?key=${key}${account === undefined ? "" : `&account=${account}`}`)).value;
+  // Stores values; "AccountLabel@2" is the key of an account.
+  configure(values) {
+    const body = { global: {}, accounts: {} };
+    for (const [name, value] of Object.entries(values)) {
+      const [key, account] = name.split("@");
+      (account ? (body.accounts[account] ??= {}) : body.global)[key] = value;
+    }
+    return this.control("PUT", "config", body);
+  }
+
+  async assertStored(values) {
+    const stored = {};
+    for (const name of Object.keys(values)) {
+      stored[name] = (await this.control("GET", `config?key=${name.replace("@", "&account=")}`)).value;
+    }
+    assert.deepEqual(stored, values);
   }
 
   // The messages that the pages sent while `action` ran, as "thread 0xMESSAGE wParam lParam".
@@ -98,12 +122,54 @@ class Phone {
     return entries.filter(({ kind }) => kind === "post" || kind === "broadcast")
       .map(({ thread, message, wParam, lParam }) => `${thread} 0x${message.toString(16)} ${wParam} ${lParam}`.trim());
   }
+
+  // Saves the form, by way of the dialog's button if one is named, and expects what it sends and what is stored then.
+  async assertSaves(page, messages, values, dialogButton) {
+    const sent = await this.messagesDuring(async () => {
+      await save(page);
+      if (dialogButton) await page.getByRole("button", { name: dialogButton }).click();
+      await page.getByText("Saved.").waitFor();
+    });
+    assert.deepEqual(sent, messages);
+    await this.assertStored(values);
+  }
+}
+
+// Presses the form's own button.
+export const save = (page) => page.locator(".bar .primary").click();
+
+// Types each text into its field and expects the error that shows there: rows of id, text, error.
+export async function assertErrors(page, rows) {
+  const shown = await page.evaluate((all) => all.map(([id, text]) => {
+    const field = document.getElementById(id);
+    field.value = text;
+    field.dispatchEvent(new Event("change", { bubbles: true }));
+    return [id, text, document.getElementById(`${id}-error`).textContent];
+  }), rows);
+  assert.deepEqual(shown, rows);
+}
+
+// The names of the fields that show.
+export const visibleFields = (page) => page.locator("main .field:visible [name]:visible")
+  .evaluateAll((all) => [...new Set(all.map(({ name }) => name))]);
+
+export const values = (page, ...ids) => Promise.all(ids.map((id) => page.inputValue(`#${id}`)));
+
+// Answers a page's questions, with yes as often as told after the first ones; what they were.
+export function answerDialogs(page, ...answers) {
+  const questions = [];
+  page.on("dialog", (dialog) => {
+    questions.push(dialog.message() || dialog.type());
+    return answers.shift() ? dialog.accept() : dialog.dismiss();
+  });
+  return questions;
 }
 
 // Faults in accessibility, as "rule: elements".
-export async function axe(page) {
+export async function axe(page, rules) {
   await page.evaluate(axeSource);
-  const { violations } = await page.evaluate(() => globalThis.axe.run(document, { resultTypes: ["violations"] }));
+  const options = { resultTypes: ["violations"], ...(rules && { runOnly: { type: "rule", values: rules } }) };
+  const { violations } = await page.evaluate((chosen) => globalThis.axe.run(document, chosen), options);
   return violations.map(({ id, nodes }) => `${id}: ${nodes.map(({ target }) => target.join(" ")).join(", ")}`);
 }
 
@@ -117,3 +183,7 @@ export async function screenshot(page, name) {
 }
 
 export const overflow = (page) => page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
+
+export const phone = await startPhone();
+afterEach(() => phone.endTest());
+after(() => phone.stop());

@@ -7,6 +7,7 @@ namespace {
 
 using ConfigTest = PhoneTest;
 using VisibilityTest = PhoneTest;
+using Lines = std::vector<std::string>;
 
 constexpr const char* kKeys[] = {"KeyA", nullptr, "KeyB"};
 
@@ -19,31 +20,24 @@ RecordingResponse shown(TMPL_varlist* list) {
 TEST_F(ConfigTest, ReadsEscapedAndBounded) {
   setConfig("KeyA", "<a href=\"x\">&amp;</a>");
   setConfig("KeyB", std::string(2000, 'b'));
-  const RecordingResponse page = shown(readConfigOperate(GLOBAL_FILE, kKeys, nullptr, 0));
-  EXPECT_EQ(page.variable("KeyA"), "&lt;a href=&quot;x&quot;&gt;&amp;amp;&lt;/a&gt;");
-  EXPECT_EQ(page.variable("KeyB"), std::string(1023, 'b'));
+  EXPECT_EQ(shown(readConfigOperate(GLOBAL_FILE, kKeys, nullptr, 0)).variable("KeyA KeyB"),
+            "&lt;a href=&quot;x&quot;&gt;&amp;amp;&lt;/a&gt;|" + std::string(1023, 'b'));
   std::string buffer = "old";
   readConfigOperate(GLOBAL_FILE, "KeyB", buffer, 16, 0);
   EXPECT_EQ(buffer, std::string(15, 'b'));
-}
-
-TEST_F(ConfigTest, AccountValuesAreShownUnderThePlainKey) {
-  setConfig("AccountLabel", 2, "third");
+  setConfig("AccountLabel@2", "third");
   EXPECT_EQ(shown(readConfigOperate(ACCOUNT_FILE, "AccountLabel", nullptr, 2)).variable("AccountLabel"), "third");
   EXPECT_EQ(shown(readConfigOperate(ACCOUNT_FILE, "AccountLabel", nullptr, '"', 1)).variable("AccountLabel"), "");
 }
 
 TEST_F(ConfigTest, StoresPresentFieldsAndTellsWhetherOneChanged) {
-  setConfig("KeyA", "1");
-  setConfig("KeyB", "2");
+  setConfig("KeyA=1&KeyB=2");
   FakeRequest same{{"KeyA", "1"}}, other{{"KeyA", "x\n\"=;"}, {"KeyB", "2"}}, none;
   EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, kKeys, &same, 0), 0);
   EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, kKeys, &other, 0), 1);
   EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, kKeys, &none, 0), 0);
-  EXPECT_EQ(config("KeyA"), "x\n\"=;");
-  EXPECT_EQ(config("KeyB"), "2");
   EXPECT_EQ(writeConfigOperate(ACCOUNT_FILE, "AccountLabel", "a", 1), 1);
-  EXPECT_EQ(config("AccountLabel", 1) + "/" + config("AccountLabel", 2), "a/");
+  EXPECT_EQ(config("KeyA KeyB AccountLabel@1 AccountLabel@2"), "x\n\"=;|2|a|");
 }
 
 TEST_F(ConfigTest, BadArgumentsAreLoggedAndStoreNothing) {
@@ -61,10 +55,9 @@ TEST_F(ConfigTest, BadArgumentsAreLoggedAndStoreNothing) {
   EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, "KeyA", static_cast<HttpRequest*>(nullptr), 0), -1);
   EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, "KeyA", &request, 0), -1);
   EXPECT_EQ(writeConfigOperate(GLOBAL_FILE, "KeyA", noText, 0), -1);
-  EXPECT_EQ(log, (std::vector<std::string>{"4 readConfigOperate() para error", "4 readConfigOperate() para error",
-                                           "4 readConfigOperate() para error", "4 Parameter is null",
-                                           "4 writeConfigOperate() para error.",
-                                           "4 writeConfigOperate() get KeyA =NULL.", "4 Parameter is null"}));
+  EXPECT_EQ(log, (Lines{"4 readConfigOperate() para error", "4 readConfigOperate() para error",
+                        "4 readConfigOperate() para error", "4 Parameter is null", "4 writeConfigOperate() para error.",
+                        "4 writeConfigOperate() get KeyA =NULL.", "4 Parameter is null"}));
 }
 
 std::string levels(SHOWTYPE type, std::initializer_list<const char*> keys, std::string text = "",
@@ -74,10 +67,7 @@ std::string levels(SHOWTYPE type, std::initializer_list<const char*> keys, std::
 }
 
 TEST_F(VisibilityTest, ListsKeysWithTheirLevels) {
-  for (const auto& [key, value] : std::map<const char*, const char*>{
-           {"k1", "a"}, {"k2", "b"}, {"k3", "c"}, {"i1", "x"}, {"i2", "0123456789abcdefg"}}) {
-    setConfig(key, value);
-  }
+  setConfig("k1=a&k2=b&k3=c&i1=x&i2=0123456789abcdefg");
   const std::string menu = levels(SHOWTYPE_MENU, {"k1", "k2", "k3"});
   EXPECT_EQ(menu, "k1=a&k2=b&k3=c$");
   EXPECT_EQ(levels(SHOWTYPE_ITEM, {"i1", "i2"}, menu), "k1=a&k2=b&k3=c$i1=x&i2=0123456789abcde");
@@ -90,30 +80,32 @@ TEST_F(VisibilityTest, ListsKeysWithTheirLevels) {
 }
 
 TEST_F(VisibilityTest, TellsTheDeviceSeries) {
-  for (const auto& [type, series] : std::map<int, const char*>{
-           {41, "alpha_series"}, {42, "alpha_series"}, {19, "beta_series"}, {21, "beta_series"}, {20, ""}}) {
-    setState("{\"phoneType\":" + std::to_string(type) + "}");
+  for (const auto& [type, series] : Values{
+           {"41", "alpha_series"}, {"42", "alpha_series"}, {"19", "beta_series"}, {"21", "beta_series"}, {"20", ""}}) {
+    setState("{\"phoneType\":" + type + "}");
     EXPECT_EQ(shown(AddDevType(nullptr)).variable("devseries"), series) << type;
   }
 }
 
 TEST_F(VisibilityTest, LoginNamesMapToIdentities) {
   setConfig("UserNameVar", "a&b");
-  std::string identity = "(unchanged)", name = "(unchanged)";
-  GetIdentityByName("nobody", &identity);
-  EXPECT_EQ(identity, "(unchanged)");
-  GetIdentityByName("a&b", &identity);
-  EXPECT_EQ(identity, "var");
-  GetNameByIdentity(&name, "root");
-  EXPECT_EQ(name, "(unchanged)");
-  GetNameByIdentity(&name, "var");
-  EXPECT_EQ(name, "a&b");
+  std::string identity, name;
+  for (const auto& [login, expected] : Values{{"nobody", "(unchanged)"}, {"a&b", "var"}, {"admin", "admin"}}) {
+    identity = "(unchanged)";
+    GetIdentityByName(login.c_str(), &identity);
+    EXPECT_EQ(identity, expected);
+  }
+  for (const auto& [asked, expected] : Values{{"root", "(unchanged)"}, {"var", "a&b"}}) {
+    name = "(unchanged)";
+    GetNameByIdentity(&name, asked.c_str());
+    EXPECT_EQ(name, expected);
+  }
   setConfig("UserNameVar", "admin");
   GetIdentityByName("admin", &identity);
   EXPECT_EQ(identity, "admin");
   GetIdentityByName(nullptr, &identity);
   GetNameByIdentity(&name, nullptr);
-  EXPECT_EQ(log, (std::vector<std::string>{"4 GetIdentityByName para error", "4 GetIdentityByName para error"}));
+  EXPECT_EQ(log, (Lines{"4 GetIdentityByName para error", "4 GetIdentityByName para error"}));
 }
 
 }  // namespace

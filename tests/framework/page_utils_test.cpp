@@ -15,57 +15,38 @@ namespace {
 using UtilsTest = PhoneTest;
 using PasswordTest = PhoneTest;
 
-TEST_F(UtilsTest, NoticesAndTheTalkingGuard) {
-  RecordingResponse idle, busy, reboot;
+TEST_F(UtilsTest, TheTalkingGuardAndRestarts) {
+  RecordingResponse idle;
   EXPECT_FALSE(IsInTalking(&idle));
   EXPECT_TRUE(idle.untouched());
-  setState(R"({"talking":true})");
-  EXPECT_TRUE(IsInTalking(&busy));
-  EXPECT_EQ(busy.variable("noticeLabel"), "setTimeout$notice$Talking, Please wait...");
-  SetNoticePage(&reboot, true, "network", kRebootingNotice);
-  EXPECT_EQ(reboot.variable("noticeLabel"), "setInterval$network$Rebooting , please wait ...");
-  EXPECT_EQ(reboot.templates, std::vector<std::string>{"/phone/www/WEB-INFO/template/notice.htm"});
-  EXPECT_EQ(messages().front(), "send app_hostapp 0x30007 0 1");
-  sysReboot(-1);
+  EXPECT_EQ(messages(), std::vector<std::string>{"send app_hostapp 0x30007 0 1"});
   sysReboot(7);
-  const auto sent = messages();
-  EXPECT_EQ(std::count(sent.begin(), sent.end(), "post app_hostapp 0x10101 2 0"), 1);
-  EXPECT_EQ(std::count(sent.begin(), sent.end(), "post app_hostapp 0x10101 7 0"), 1);
+  EXPECT_EQ(messages().front(), "post app_hostapp 0x10101 7 0");
 }
 
 TEST_F(UtilsTest, NumberOfAccounts) {
-  struct Row {
+  const struct {
     int phoneType;
     const char* accountNum;
     int accounts;
-  };
-  for (const Row& row : {Row{28, "1", 16},
-                         {28, "6", 6},
-                         {28, "16", 6},
-                         {26, "1", 13},
-                         {26, "", 3},
-                         {46, "1", 6},
-                         {22, "1", 3},
-                         {20, "1", 2},
-                         {21, "9", 2},
-                         {19, "1", 1},
-                         {99, "1", 3}}) {
-    setState("{\"phoneType\":" + std::to_string(row.phoneType) + "}");
-    setConfig("AccountNum", row.accountNum);
-    EXPECT_EQ(GetAccountMax(), row.accounts) << row.phoneType << ' ' << row.accountNum;
+  } rows[] = {{28, "1", 16}, {28, "6", 6}, {28, "16", 6}, {26, "1", 13}, {26, "", 3}, {46, "1", 6},
+              {22, "1", 3},  {20, "1", 2}, {21, "9", 2},  {19, "1", 1},  {99, "1", 3}};
+  for (const auto& [phoneType, accountNum, accounts] : rows) {
+    setState("{\"phoneType\":" + std::to_string(phoneType) + "}");
+    setConfig("AccountNum", accountNum);
+    EXPECT_EQ(GetAccountMax(), accounts) << phoneType << ' ' << accountNum;
   }
 }
 
 TEST_F(UtilsTest, AccountSelector) {
   setState(R"({"phoneType":22})");
   RecordingResponse page;
-  page.renderTemplate("x", TMPL_add_loop(nullptr, "accountLoop", GetAccountLoop("2", false)));
-  EXPECT_EQ(page.column("accountLoop", "accountno"), "Account1|Account2|Account3");
-  EXPECT_EQ(page.column("accountLoop", "selected"), "0|0|1");
-  RecordingResponse automatic;
-  automatic.renderTemplate("x", TMPL_add_loop(nullptr, "accountLoop", GetAccountLoop("-1", true)));
-  EXPECT_EQ(automatic.column("accountLoop", "index"), "-1|0|1|2");
-  EXPECT_EQ(automatic.column("accountLoop", "selected"), "1|0|0|0");
+  page.renderTemplate("x", TMPL_add_loop(nullptr, "plain", GetAccountLoop("2", false)));
+  page.renderTemplate("x", TMPL_add_loop(nullptr, "automatic", GetAccountLoop("-1", true)));
+  EXPECT_EQ(page.column("plain", "accountno"), "Account1|Account2|Account3");
+  EXPECT_EQ(page.column("plain", "selected"), "0|0|1");
+  EXPECT_EQ(page.column("automatic", "index"), "-1|0|1|2");
+  EXPECT_EQ(page.column("automatic", "selected"), "1|0|0|0");
 }
 
 TEST_F(UtilsTest, StatusTexts) {
@@ -80,25 +61,23 @@ TEST_F(UtilsTest, StatusTexts) {
 
 TEST_F(UtilsTest, SipServerOfAnAccount) {
   std::string host = "kept", port = "kept";
-  EXPECT_FALSE(GetSipServerHost(host, port, 6));
-  EXPECT_FALSE(GetSipServerHost(host, port, -1));
+  for (const int account : {6, -1}) EXPECT_FALSE(GetSipServerHost(host, port, account));
   EXPECT_EQ(host + port, "keptkept");
-  const auto server = [&](std::string_view file) {
+  for (const auto& [file, server] : Values{{"", "0.0.0.0:5060"},
+                                           {"[account]\nSIPServerHost=a\nSIPServerPort=7\n", "a:7"},
+                                           {"[sipserver2]\nserver=b\nport=8\n[account]\nSIPServerHost=a\n", "b:8"},
+                                           {"[sipserver1]\nserver=c\n[sipserver2]\nserver=b\n", "c:5060"}}) {
     write("/config/user/voip/sipAccount3.cfg", file);
     EXPECT_TRUE(GetSipServerHost(host, port, 3));
-    return host + ":" + port;
-  };
-  EXPECT_EQ(server(""), "0.0.0.0:5060");
-  EXPECT_EQ(server("[account]\nSIPServerHost=a\nSIPServerPort=7\n"), "a:7");
-  EXPECT_EQ(server("[sipserver2]\nserver=b\nport=8\n[account]\nSIPServerHost=a\n"), "b:8");
-  EXPECT_EQ(server("[sipserver1]\nserver=c\n[sipserver2]\nserver=b\n"), "c:5060");
+    EXPECT_EQ(host + ":" + port, server);
+  }
 }
 
 TEST_F(UtilsTest, RegisteredAccountOfAUri) {
   setState(R"({"registration":[0,2,2]})");
-  for (const int account : {0, 1, 2}) {
-    setConfig("AccountUserName", account, "1000");
-    write("/config/user/voip/sipAccount" + std::to_string(account) + ".cfg", "[sipserver1]\nserver=pbx\n");
+  setConfig("AccountUserName@0=1000&AccountUserName@1=1000&AccountUserName@2=1000");
+  for (const char* account : {"0", "1", "2"}) {
+    write("/config/user/voip/sipAccount" + std::string(account) + ".cfg", "[sipserver1]\nserver=pbx\n");
   }
   EXPECT_EQ(GetAccountID("1000@pbx"), 1);
   EXPECT_EQ(GetAccountID("1000@other"), -1);
@@ -127,27 +106,34 @@ TEST_F(UtilsTest, ContactMark) {
 }
 
 TEST_F(UtilsTest, UploadsMustFit) {
-  FakeRequest request;
-  std::string error;
-  EXPECT_FALSE(CheckUploadFile(&request, "/data/", "/data/nowhere/", &error, true, 100, 0));
-  EXPECT_EQ(error, "Error:The destination folder does not exist!");
   write("/data/rings/a", "12345");
   const int used = GetDirSize("/data/rings");
-  request.contentLength = 100;
-  EXPECT_TRUE(CheckUploadFile(&request, "/data/", "/data/rings", &error, true, 100, 0));
-  EXPECT_TRUE(CheckUploadFile(&request, "/data/", "/data/rings", &error, false, used + 101, 0));
-  error.clear();
-  EXPECT_FALSE(CheckUploadFile(&request, "/data/", "/data/rings", &error, false, used + 100, 0));
-  EXPECT_EQ(error, "No space left!");
   const long free = GetPartionFreeSize("/data/");
   ASSERT_GT(free, 1'000'000);
-  error.clear();
-  EXPECT_FALSE(CheckUploadFile(&request, "/data/", "/data/rings", &error, true, 1000, free + 1'000'000));
-  EXPECT_EQ(error, "No space left!");
+  const char noSpace[] = "No space left!";
+  const struct {
+    const char* folder;
+    bool replace;
+    long maximum, reserve;
+    const char* error;
+  } rows[] = {{"/data/nowhere/", true, 100, 0, "Error:The destination folder does not exist!"},
+              {"/data/rings", true, 100, 0, ""},
+              {"/data/rings", false, used + 101, 0, ""},
+              {"/data/rings", false, used + 100, 0, noSpace},
+              {"/data/rings", true, 99, 0, noSpace},
+              {"/data/rings", true, 1000, free + 1'000'000, noSpace}};
+  FakeRequest request;
+  request.contentLength = 100;
+  for (const auto& [folder, replace, maximum, reserve, expected] : rows) {
+    std::string error;
+    EXPECT_EQ(CheckUploadFile(&request, "/data/", folder, &error, replace, maximum, reserve), !*expected);
+    EXPECT_EQ(error, expected);
+  }
+  std::string error;
+  EXPECT_FALSE(CheckUploadFile(nullptr, "/data/", "/data/rings", &error, true, 1000, 0));
   RecordingResponse response;
   EXPECT_TRUE(CheckConfigFreeSize(&request, &response, "/config/none", false));
   EXPECT_TRUE(response.untouched());
-  EXPECT_FALSE(CheckUploadFile(nullptr, "/data/", "/data/rings", &error, true, 1000, 0));
 }
 
 TEST_F(UtilsTest, FilesAndFolders) {

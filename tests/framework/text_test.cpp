@@ -14,26 +14,21 @@
 
 namespace {
 
-std::string escaped(std::string text) {
-  ReplaceSpecailStrs(text);
-  return text;
-}
-
-std::string pieces(std::string_view text) {
-  OrbList<std::string> list;
-  list.push_back("old");
-  String2List(list, text, ',');
-  std::string joined;
-  for (const std::string& piece : list) joined += "[" + piece + "]";
-  return joined;
-}
+using namespace std::string_literals;
 
 TEST(Text, EscapesEachCharacterOnceAndBoundsTheResult) {
-  EXPECT_EQ(escaped("a<b>&\"c\""), "a&lt;b&gt;&amp;&quot;c&quot;");
-  EXPECT_EQ(escaped("&amp;"), "&amp;amp;");
-  EXPECT_EQ(escaped(std::string(600, 'a')), std::string(600, 'a'));
-  EXPECT_EQ(escaped("&" + std::string(600, 'a')), "&amp;" + std::string(506, 'a'));
-  EXPECT_EQ(escaped(std::string(1000, '"')).size(), 511u);
+  const Values rows = {{"a<b>&\"c\"", "a&lt;b&gt;&amp;&quot;c&quot;"},
+                       {"&amp;", "&amp;amp;"},
+                       {std::string(600, 'a'), std::string(600, 'a')},
+                       {"&" + std::string(600, 'a'), "&amp;" + std::string(506, 'a')}};
+  for (const auto& [text, escaped] : rows) {
+    std::string changed = text;
+    ReplaceSpecailStrs(changed);
+    EXPECT_EQ(changed, escaped);
+  }
+  std::string quotes(1000, '"');
+  ReplaceSpecailStrs(quotes);
+  EXPECT_EQ(quotes.size(), 511u);
 }
 
 TEST(Text, Replaces) {
@@ -45,7 +40,6 @@ TEST(Text, Replaces) {
   EXPECT_EQ(ReplaceStr(&text, "", "y"), -1);
   text = "abab";
   ReplaceStrByStr(text, "ab", "xabx");
-  EXPECT_EQ(text, "xabxxabx");
   ReplaceStrByStr(text, "", "endless");
   EXPECT_EQ(text, "xabxxabx");
   std::string output = ">";
@@ -64,63 +58,50 @@ TEST(Text, NumbersAreWholeDecimalsOnly) {
 }
 
 TEST(Text, QuotingLeavesNothingToTheShellOrTheQuery) {
-  const std::string nasty = "a'b $(touch x) `y`\n\"\\;*";
-  EXPECT_EQ(shellQuote(nasty), "'a'\\''b $(touch x) `y`\n\"\\;*'");
+  EXPECT_EQ(shellQuote("a'b $(touch x) `y`\n\"\\;*"), "'a'\\''b $(touch x) `y`\n\"\\;*'");
   EXPECT_EQ(encodeQueryValue("a-b_c.d~e &=+%\r\n/\xC3\xA4"), "a-b_c.d~e%20%26%3D%2B%25%0D%0A%2F%C3%A4");
   EXPECT_TRUE(isPlainName("features-acd"));
   for (const char* name : {"", "a&b", "a/b", "a b", "a\n", "\xC3\xA4"}) EXPECT_FALSE(isPlainName(name)) << name;
 }
 
 TEST(Text, TakesNamesApart) {
-  std::string text = "  a b  ";
-  removeSpace(text);
-  EXPECT_EQ(text, "a b");
-  text = "   ";
-  removeSpace(text);
-  EXPECT_EQ(text, "");
+  for (const auto& [text, trimmed] : Values{{"  a b  ", "a b"}, {"   ", ""}}) {
+    std::string changed = text;
+    removeSpace(changed);
+    EXPECT_EQ(changed, trimmed);
+  }
   std::string name;
-  EXPECT_TRUE(GetSimpleUpdateFileName("C:\\fake\\path\\a.rom", &name));
-  EXPECT_EQ(name, "a.rom");
-  GetSimpleUpdateFileName("/tmp/a\\b/c.rom", &name);
-  EXPECT_EQ(name, "c.rom");
-  GetSimpleUpdateFileName("plain", &name);
-  EXPECT_EQ(name, "plain");
+  for (const auto& [path, file] :
+       Values{{"C:\\fake\\path\\a.rom", "a.rom"}, {"/tmp/a\\b/c.rom", "c.rom"}, {"plain", "plain"}}) {
+    EXPECT_TRUE(GetSimpleUpdateFileName(path.c_str(), &name));
+    EXPECT_EQ(name, file);
+  }
   EXPECT_FALSE(GetSimpleUpdateFileName(nullptr, &name));
   std::string label = "kept";
-  EXPECT_EQ(GetRealRingName("Ring1.wav", &label), "");
-  EXPECT_EQ(label, "kept");
-  EXPECT_EQ(GetRealRingName("Config:a:b.wav", &label), "a:b.wav");
-  EXPECT_EQ(label, "Config");
-  EXPECT_EQ(GetRealRingName((std::string(300, 'x') + ":f").c_str(), &label), "f");
-  EXPECT_EQ(label.size(), 255u);
+  EXPECT_EQ(GetRealRingName("Ring1.wav", &label) + "/" + label, "/kept");
+  EXPECT_EQ(GetRealRingName("Config:a:b.wav", &label) + "/" + label, "a:b.wav/Config");
+  EXPECT_EQ(GetRealRingName((std::string(300, 'x') + ":f").c_str(), &label) + "/" + label,
+            "f/" + std::string(255, 'x'));
 }
 
-TEST(Lists, SplitAndPick) {
-  EXPECT_EQ(pieces("a,,b"), "[a][][b]");
-  EXPECT_EQ(pieces("a,b,"), "[a][b]");
-  EXPECT_EQ(pieces(",a"), "[][a]");
-  EXPECT_EQ(pieces("whole"), "[whole]");
-  EXPECT_EQ(pieces(""), "[old]");
+TEST(Lists, SplitPickAndSort) {
+  for (const auto& [text, pieces] :
+       Values{{"a,,b", "[a][][b]"}, {"a,b,", "[a][b]"}, {",a", "[][a]"}, {"whole", "[whole]"}, {"", "[old]"}}) {
+    OrbList<std::string> list;
+    list.push_back("old");
+    String2List(list, text, ',');
+    std::string joined;
+    for (const std::string& piece : list) joined += "[" + piece + "]";
+    EXPECT_EQ(joined, pieces);
+  }
   std::list<std::string> names{"b", "\xC3\xA4", "B", ""};
   EXPECT_EQ(GetStringListByIndex(names, 2), "B");
-  EXPECT_EQ(GetStringListByIndex(names, 4), "");
-  EXPECT_EQ(GetStringListByIndex(names, -1), "");
+  EXPECT_EQ(GetStringListByIndex(names, 4) + GetStringListByIndex(names, -1), "");
   sortStringListByName(&names, true);
-  EXPECT_EQ(names, (std::list<std::string>{"", "B", "b", "\xC3\xA4"}));
+  EXPECT_EQ(names, (std::list{""s, "B"s, "b"s, "\xC3\xA4"s}));
   sortStringListByName(&names, false);
   EXPECT_EQ(names.front(), "\xC3\xA4");
   sortStringListByName(nullptr, true);
-}
-
-TEST(Lists, PrefixLoopMarksTheSelectedRow) {
-  TemplateArena arena;
-  TMPL_loop* loop = nullptr;
-  AddPrefixLoop(&loop, {"a", "", "b"}, "Config", "Config:b");
-  RecordingResponse page;
-  page.renderTemplate("x", TMPL_add_loop(nullptr, "rows", loop));
-  EXPECT_EQ(page.column("rows", "selValue"), "Config:a|Config:b");
-  EXPECT_EQ(page.column("rows", "selName"), "a|b");
-  EXPECT_EQ(page.column("rows", "selected"), "|selected");
 }
 
 TEST(Lists, OrbListMovesCopiesAndErases) {
@@ -153,16 +134,12 @@ TEST(Lists, OrbHashMapKeepsEntriesApartInOneBucket) {
 
 TEST(Base64, EncodesAndDecodes) {
   std::string text;
-  EXPECT_EQ(Base64Enc(text, "Man", 3), 4);
-  EXPECT_EQ(text, "TWFu");
-  Base64Enc(text, "Ma", 2);
-  EXPECT_EQ(text, "TWE=");
-  Base64Enc(text, "\xFB\xFF", 2);
-  EXPECT_EQ(text, "+/8=");
-  EXPECT_EQ(Base64Enc(text, "x", 0), 0);
-  EXPECT_EQ(text, "");
-  EXPECT_EQ(Base64Dec(text, "TWE=", 4), 2);
-  EXPECT_EQ(text, "Ma");
+  for (const auto& [plain, encoded] : Values{{"Man", "TWFu"}, {"Ma", "TWE="}, {"\xFB\xFF", "+/8="}, {"", ""}}) {
+    EXPECT_EQ(Base64Enc(text, plain.data(), static_cast<int>(plain.size())), static_cast<int>(encoded.size()));
+    EXPECT_EQ(text, encoded);
+    EXPECT_EQ(base64_decode(encoded.c_str(), text), static_cast<int>(plain.size()));
+    EXPECT_EQ(text, plain);
+  }
   EXPECT_EQ(Base64Dec(text, "TWE=x", 5), -1);
   EXPECT_EQ(Base64Dec(text, "T!E=", 4), 2);
   EXPECT_EQ(text, "L\x01");
@@ -176,28 +153,23 @@ TEST(Base64, EncodesAndDecodes) {
   EXPECT_EQ(GetBase64Value('*'), 0);
 }
 
-std::string dateText(int year, int month, int day, int hour, int minute, int dateFormat, int timeFormat) {
-  std::tm local{};
-  local.tm_year = year - 1900;
-  local.tm_mon = month - 1;
-  local.tm_mday = day;
-  local.tm_hour = hour;
-  local.tm_min = minute;
-  local.tm_isdst = -1;
-  std::string part1, part2, part3, separator, time;
-  EXPECT_TRUE(LocalTime2StrTime(std::mktime(&local), part1, part2, part3, separator, time, dateFormat, timeFormat));
-  return part1 + separator + part2 + separator + part3 + " " + time;
-}
-
 TEST(Dates, Formats) {
-  EXPECT_EQ(dateText(2013, 7, 4, 0, 5, 2, 0), "2013-07-04 12:05AM");
-  EXPECT_EQ(dateText(2013, 7, 4, 12, 5, 0, 0), "Thu Jul 04 12:05PM");
-  EXPECT_EQ(dateText(2013, 7, 4, 13, 5, 1, 0), "04-Jul-2013 01:05PM");
-  EXPECT_EQ(dateText(2013, 7, 4, 9, 5, 3, 0), "04/07/2013 09:05AM");
-  EXPECT_EQ(dateText(2009, 7, 4, 23, 59, 4, 1), "07/04/9 23:59");
-  EXPECT_EQ(dateText(2013, 12, 1, 0, 0, 5, 1), "01 Dec 2013 00:00");
-  EXPECT_EQ(dateText(2013, 12, 1, 0, 0, 6, 1), "Sun 01 Dec 00:00");
-  EXPECT_EQ(dateText(2013, 12, 1, 0, 0, 7, 2), " ");
+  const struct {
+    const char* local;
+    int dateFormat, timeFormat;
+    const char* text;
+  } rows[] = {{"2013-07-04 00:05", 2, 0, "2013-07-04 12:05AM"},  {"2013-07-04 12:05", 0, 0, "Thu Jul 04 12:05PM"},
+              {"2013-07-04 13:05", 1, 0, "04-Jul-2013 01:05PM"}, {"2013-07-04 09:05", 3, 0, "04/07/2013 09:05AM"},
+              {"2009-07-04 23:59", 4, 1, "07/04/9 23:59"},       {"2013-12-01 00:00", 5, 1, "01 Dec 2013 00:00"},
+              {"2013-12-01 00:00", 6, 1, "Sun 01 Dec 00:00"},    {"2013-12-01 00:00", 7, 2, " "}};
+  for (const auto& [when, dateFormat, timeFormat, text] : rows) {
+    std::tm local{};
+    strptime(when, "%Y-%m-%d %H:%M", &local);
+    local.tm_isdst = -1;
+    std::string part1, part2, part3, separator, time;
+    EXPECT_TRUE(LocalTime2StrTime(std::mktime(&local), part1, part2, part3, separator, time, dateFormat, timeFormat));
+    EXPECT_EQ(part1 + separator + part2 + separator + part3 + " " + time, text);
+  }
   EXPECT_EQ(GetMonth(0) + GetMonth(13) + GetWeeday(-1) + GetWeeday(7), "");
 }
 
@@ -208,11 +180,10 @@ TEST(Tables, UniquenessIsSeenAtCompileTime) {
 }
 
 TEST(Images, AreKnownByTheirFirstBytes) {
-  EXPECT_EQ(GetImageTypeByData("BM1234"), 1);
-  EXPECT_EQ(GetImageTypeByData("\xFF\xD8\xFF"), 2);
-  EXPECT_EQ(GetImageTypeByData("\x89PNG\r\n\x1A\n..."), 3);
-  EXPECT_EQ(GetImageTypeByData("GIF89a"), 0);
-  EXPECT_EQ(GetImageTypeByData(""), 0);
+  for (const auto& [bytes, type] : std::map<std::string, int>{
+           {"BM1234", 1}, {"\xFF\xD8\xFF", 2}, {"\x89PNG\r\n\x1A\n...", 3}, {"GIF89a", 0}, {"", 0}}) {
+    EXPECT_EQ(GetImageTypeByData(bytes), type) << bytes;
+  }
 }
 
 }  // namespace

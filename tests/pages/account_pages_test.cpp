@@ -1,12 +1,9 @@
-// The account pages behind registration, forwarding, and who may change which password.
+// The account pages, forwarding, and who may change which password.
+#include <set>
+
 #include "framework/file_password.h"
-#include "servlet/account_adv_servlet.h"
-#include "servlet/account_basic_servlet.h"
-#include "servlet/account_codec_servlet.h"
 #include "servlet/codec_list.h"
-#include "servlet/features_forward_servlet.h"
 #include "servlet/media_lists.h"
-#include "servlet/security_servlet.h"
 #include "tests/support/page_test.h"
 
 namespace {
@@ -16,42 +13,63 @@ using ForwardTest = PageTest;
 using SecurityTest = PageTest;
 using MediaTest = PageTest;
 
-TEST_F(AccountPages, Basic) {
-  const auto save = [this](Fields fields) {
-    fields.emplace("var_accountID", "1");
-    EXPECT_EQ(run<AccountBasicServlet>("write", fields).redirects, Messages{"/servlet?p=account-basic&q=load&acc=1"});
-    return announced();
-  };
-  EXPECT_EQ(save({{"AccountMissCallLog", "0"}}), Messages{"broadcast 0x10007 3 1"});
-  EXPECT_EQ(save({{"AccountAutoAnswerSwitch", "1"}, {"AccountRing", "Resource:Ring2.wav"}}),
-            (Messages{"post app_hostapp 0x10007 13 0", "broadcast 0x10007 3 1"}));
-  const RecordingResponse page = run<AccountBasicServlet>("load", {{"acc", "1"}});
-  EXPECT_EQ(page.variable("AccountMissCallLog") + page.variable("AccountAutoAnswerSwitch"), "01");
-  EXPECT_TRUE(page.column("ringTypeloop", "selValue").starts_with("Common|Resource:"));
-  EXPECT_EQ(page.column("accountLoop", "selected"), "0|1|0|0|0|0");
-  for (const char* account : {"6", "-1", "x", ""}) {
-    EXPECT_TRUE(run<AccountBasicServlet>("write", {{"var_accountID", account}}).untouched()) << account;
-    EXPECT_EQ(log.back(), "4 AccountBasicServlet::writeConfig() accountID is invail");
-  }
-  EXPECT_TRUE(run<AccountBasicServlet>("load").untouched());
-  EXPECT_EQ(log.back(), "4 AccountBasicServlet::loadConfig(). accountID is null");
+TEST_F(AccountPages, SavesAreAnnouncedForTheAccount) {
+  expectSaves(
+      {{"account-basic", "var_accountID=1&AccountMissCallLog=0", "broadcast 0x10007 3 1"},
+       {"account-basic", "var_accountID=1&AccountAutoAnswerSwitch=1&AccountRing=Resource:Ring2.wav",
+        "post app_hostapp 0x10007 13 0; broadcast 0x10007 3 1",
+        "AccountRing@1=Resource:Ring2.wav&AccountAutoAnswerSwitch@0=0"},
+       {"account-adv", "var_accountID=1&MessageVoiceNumber1=500&MessageVoiceNumber0=x",
+        "broadcast 0x10007 2 0; broadcast 0x10007 3 1", "AccountVoiceMailNumber@1=500&AccountVoiceMailNumber@0="}});
+  const RecordingResponse basic = load("account-basic", "acc=1");
+  EXPECT_EQ(basic.variable("AccountMissCallLog AccountAutoAnswerSwitch"), "0|1");
+  EXPECT_TRUE(basic.column("ringTypeloop", "selValue").starts_with("Common|Resource:"));
+  EXPECT_EQ(basic.column("accountLoop", "selected"), "0|1|0|0|0|0");
+  EXPECT_EQ(load("account-adv", "acc=1").variable("MessageVoiceNumber"), "500");
 }
 
-TEST_F(AccountPages, AdvancedAlwaysAnnounces) {
-  const RecordingResponse answer = run<AccountAdvServlet>(
-      "write", {{"var_accountID", "1"}, {"MessageVoiceNumber1", "500"}, {"MessageVoiceNumber0", "x"}});
-  EXPECT_EQ(answer.redirects, Messages{"/servlet?p=account-adv&q=load&acc=1"});
-  EXPECT_EQ(announced(), (Messages{"broadcast 0x10007 2 0", "broadcast 0x10007 3 1"}));
-  const RecordingResponse page = run<AccountAdvServlet>("load", {{"acc", "1"}});
-  EXPECT_EQ(page.variable("MessageVoiceNumber"), "500");
-  EXPECT_EQ(page.names.size(), 49u + 5u + 4u);
-  for (const char* account : {"6", "x", "-1"}) {
-    EXPECT_EQ(run<AccountAdvServlet>("load", {{"acc", account}}).body, "no such account!") << account;
-    EXPECT_EQ(run<AccountAdvServlet>("write", {{"var_accountID", account}}).body, "no such account!") << account;
+TEST_F(AccountPages, AccountsThatAreNoneAreRefused) {
+  // What each page logs without an account and with one that is none, and what it answers.
+  const struct {
+    const char *page, *action, *missing, *wrong, *answer;
+  } rows[] = {
+      {"account-basic", "write", "AccountBasicServlet::writeConfig() accountID is NULL",
+       "AccountBasicServlet::writeConfig() accountID is invail", ""},
+      {"account-adv", "load", "AccountAdvServlet::loadConfig(). accountID is null",
+       "AccountAdvServlet::loadConfig(). accountID is illegal", "no such account!"},
+      {"account-adv", "write", " AccountAdvServlet::writeConfig() accountID is NULL",
+       "AccountAdvServlet::loadConfig(). accountID is illegal", "no such account!"},
+      {"account-codec", "write", "AccountCodecServlet::writeConfig() accountID is null.",
+       "AccountCodecServlet::loadConfig(). accountID is illegal", ""},
+      {"account-register", "write", " AccountRegisterServlet::writeConfig() accountID is NULL",
+       " AccountRegisterServlet::writeConfig() accountID is invail", ""},
+  };
+  const std::string before = everythingStored();
+  for (const auto& [page, action, missing, wrong, text] : rows) {
+    EXPECT_TRUE(run(page, action).untouched()) << page;
+    EXPECT_EQ(log.back(), "4 " + std::string(missing));
+    for (const char* account : {"6", "-1", "1e9", "", "../../x", "0/../1", "99999999999", " 1", "1\n"}) {
+      log.clear();
+      RecordingResponse answer =
+          run(page, action, "server1=x&disabled=PCMU:0&var_accountID=" + std::string(account) + "&acc=" + account);
+      EXPECT_EQ(answer.body, text) << page << ' ' << account;
+      answer.body.clear();
+      EXPECT_TRUE(answer.untouched()) << page << ' ' << account;
+      EXPECT_EQ(log, Messages{"4 " + std::string(wrong)}) << account;
+    }
   }
-  EXPECT_TRUE(run<AccountAdvServlet>("load").untouched());
-  EXPECT_TRUE(run<AccountAdvServlet>("write").untouched());
-  EXPECT_EQ(log.back(), "4  AccountAdvServlet::writeConfig() accountID is NULL");
+  EXPECT_TRUE(everythingStored() == before);
+  for (const char* account : {"1e9", "", "../../x", "0/../1"}) {
+    for (const auto& [page, name] :
+         Values{{"account-basic", "AccountBasicServlet"}, {"account-register", "AccountRegisterServlet"}}) {
+      EXPECT_TRUE(load(page, std::string("acc=") + account).untouched()) << account;
+      EXPECT_EQ(log.back(), "4 " + name + "::loadConfig(). accountID is null");
+    }
+    EXPECT_TRUE(run("account-register-lync", "askstatus", std::string("acc=") + account).untouched()) << account;
+  }
+  EXPECT_EQ(load("account-register", "acc=-1").variable("port1"), "5060");
+  EXPECT_TRUE(run("account-register", "askstatus").untouched());
+  EXPECT_EQ(log.back(), "4 AccountRegisterServlet::askStatus() para error");
 }
 
 class CodecTest : public PageTest {
@@ -63,47 +81,44 @@ class CodecTest : public PageTest {
     set(5, "G722", "0", "7");
     set(7, "iLBC_13_3", "1", "2");
   }
-  void set(int slot, const char* type, const char* on, const char* priority) {
+  static void set(int slot, const char* type, const char* on, const char* priority) {
     const std::string key = "AccountAudio" + std::to_string(slot);
-    setConfig((key + "Type").c_str(), 1, type);
-    setConfig((key + "Switch").c_str(), 1, on);
-    setConfig((key + "Priority").c_str(), 1, priority);
-  }
-  std::string slot(const std::string& number) {
-    return config(("AccountAudio" + number + "Switch").c_str(), 1) + "/" +
-           config(("AccountAudio" + number + "Priority").c_str(), 1);
+    setConfig(key + "Type@1", type);
+    setConfig(key + "Switch@1", on);
+    setConfig(key + "Priority@1", priority);
   }
 };
 
 TEST_F(CodecTest, AreListedByPriority) {
   setConfig("ILBCEnable", "1");
-  const RecordingResponse page = run<AccountCodecServlet>("load", {{"acc", "1"}});
+  const RecordingResponse page = load("account-codec", "acc=1");
   EXPECT_EQ(page.column("enabledLoop", "selName"), "PCMA|PCMU|iLBC_13_3");
   EXPECT_EQ(page.column("enabledLoop", "selValue"), "1|0|7");
   EXPECT_EQ(page.column("disabledLoop", "selName"), "G722");
   setConfig("ILBCEnable", "0");
-  EXPECT_EQ(run<AccountCodecServlet>("load", {{"acc", "1"}}).column("enabledLoop", "selName"), "PCMA|PCMU");
-  EXPECT_TRUE(run<AccountCodecServlet>("load", {{"acc", "-1"}}).untouched());
+  EXPECT_EQ(load("account-codec", "acc=1").column("enabledLoop", "selName"), "PCMA|PCMU");
+  EXPECT_TRUE(load("account-codec", "acc=-1").untouched());
   EXPECT_EQ(log.back(), "4 Get codec config data error!");
   EXPECT_FALSE(GetCodecConfigData(nullptr, 0));
   EXPECT_FALSE(SortAudioByPriority(nullptr));
 }
 
 TEST_F(CodecTest, AreStoredInTheOrderPosted) {
-  const RecordingResponse answer = run<AccountCodecServlet>(
-      "write", {{"var_accountID", "1"}, {"enabled", "G722:5,,PCMU:0"}, {"disabled", "PCMA:1,x:99,x:-1,:3,PCMU,y:"}});
-  EXPECT_EQ(answer.redirects, Messages{"/servlet?p=account-codec&q=load&acc=1"});
-  EXPECT_EQ(slot("5") + " " + slot("0") + " " + slot("1") + " " + slot("7"), "1/1 1/3 0/1 1/2");
-  EXPECT_EQ(config("AccountAudio99Switch", 1), "");
-  EXPECT_EQ(announced(), Messages{"broadcast 0x10007 3 1"});
-  run<AccountCodecServlet>("write", {{"var_accountID", "1"}, {"enabled", ""}, {"disabled", "G722:5"}});
-  EXPECT_EQ(slot("5") + " " + slot("0"), "0/1 1/3");
   std::string many;
   for (int i = 0; i < 5000; ++i) many += "x:18,";
-  run<AccountCodecServlet>("write", {{"var_accountID", "1"}, {"disabled", many}});
-  EXPECT_EQ(slot("18"), "0/0");
-  EXPECT_TRUE(run<AccountCodecServlet>("write", {{"var_accountID", "6"}, {"disabled", "PCMU:0"}}).untouched());
-  EXPECT_EQ(slot("0"), "1/3");
+  const char stored[] =
+      "AccountAudio5Switch@1 AccountAudio5Priority@1 AccountAudio0Switch@1 AccountAudio0Priority@1 "
+      "AccountAudio1Switch@1 AccountAudio1Priority@1 AccountAudio7Switch@1 AccountAudio18Switch@1 "
+      "AccountAudio99Switch@1";
+  const std::pair<std::string, const char*> rows[] = {
+      {"enabled=G722:5,,PCMU:0&disabled=PCMA:1,x:99,x:-1,:3,PCMU,y:", "1|1|1|3|0|1|1|0|"},
+      {"enabled=&disabled=G722:5", "0|1|1|3|0|1|1|0|"},
+      {"enabled=x:18", "0|1|1|3|0|1|1|1|"},
+      {"disabled=" + many, "0|1|1|3|0|1|1|0|"}};
+  for (const auto& [lists, values] : rows) {
+    expectSaves({{"account-codec", "var_accountID=1&" + lists, "broadcast 0x10007 3 1"}});
+    EXPECT_EQ(config(stored), values) << lists.substr(0, 80);
+  }
 }
 
 TEST_F(MediaTest, RingChoices) {
@@ -117,14 +132,24 @@ TEST_F(MediaTest, RingChoices) {
     page.renderTemplate("x", TMPL_add_loop(nullptr, "rows", loop));
     return page.column("rows", name);
   };
-  EXPECT_EQ(column(GetRingToneLoop("Config:b.wav", RING_CONTACT, true), "selValue"),
-            "Auto|Resource:a.WAV|Resource:b.wav|Config:b.wav");
-  EXPECT_EQ(column(GetRingToneLoop("Config:b.wav", RING_CONTACT, true), "selected"), "||selected|selected");
-  EXPECT_EQ(column(GetRingToneLoop("/x/y:z/a.WAV", RING_PREFERENCE, false), "selected"), "selected||");
-  EXPECT_EQ(column(GetRingToneLoop("Common", RING_ACCOUNT, false), "selected"), "selected|||");
-  for (const auto& [number, selected] : std::map<std::string, const char*>{
-           {"0", "||"}, {"1", "selected||"}, {"3", "|selected|selected"}, {"4", "||"}, {"x", "||"}}) {
-    EXPECT_EQ(column(GetRingToneLoop(number.c_str(), RING_ALERT_INFO, false), "selected"), selected) << number;
+  const struct {
+    const char* value;
+    RING_OPERATOR_TYPE kind;
+    bool withSource;
+    const char *values, *selected;
+  } rows[] = {
+      {"Config:b.wav", RING_CONTACT, true, "Auto|Resource:a.WAV|Resource:b.wav|Config:b.wav", "||selected|selected"},
+      {"/x/y:z/a.WAV", RING_PREFERENCE, false, "a.WAV|b.wav|b.wav", "selected||"},
+      {"Common", RING_ACCOUNT, false, "Common|a.WAV|b.wav|b.wav", "selected|||"},
+      {"0", RING_ALERT_INFO, false, "a.WAV|b.wav|b.wav", "||"},
+      {"1", RING_ALERT_INFO, false, "a.WAV|b.wav|b.wav", "selected||"},
+      {"3", RING_ALERT_INFO, false, "a.WAV|b.wav|b.wav", "|selected|selected"},
+      {"4", RING_ALERT_INFO, false, "a.WAV|b.wav|b.wav", "||"},
+      {"x", RING_ALERT_INFO, false, "a.WAV|b.wav|b.wav", "||"},
+  };
+  for (const auto& [value, kind, withSource, values, selected] : rows) {
+    EXPECT_EQ(column(GetRingToneLoop(value, kind, withSource), "selValue"), values) << value;
+    EXPECT_EQ(column(GetRingToneLoop(value, kind, withSource), "selected"), selected) << value;
   }
   write("/data/userdata/wallpaper/z.BMP", "");
   EXPECT_EQ(column(GetWallpaperLoop("Config:z.BMP"), "selValue"), "Default:Default.jpg|Config:z.BMP");
@@ -135,123 +160,110 @@ TEST_F(MediaTest, RingChoices) {
 
 TEST_F(ForwardTest, PhoneMode) {
   setConfig("NoAnswerForwardDelayTime", "3");
-  const RecordingResponse page = run<FeaturesForwardServlet>("load");
-  EXPECT_EQ(page.variable("ForwardMode") + page.variable("NoAnswerForwardDelayTime"), "03");
-  EXPECT_EQ(page.loops.at("delayTimeLoop").size(), 21u);
-  EXPECT_EQ(page.loops.at("delayTimeLoop")[3].at("selName") + page.loops.at("delayTimeLoop")[3].at("selected"), "181");
-  EXPECT_EQ(page.variable("FWDIndex") + page.variable("FWDNoAccount"), "(absent)(absent)");
+  const RecordingResponse page = load("features-forward");
+  EXPECT_EQ(page.variable("ForwardMode NoAnswerForwardDelayTime FWDIndex FWDNoAccount"), "0|3|(absent)|(absent)");
+  EXPECT_EQ(page.column("delayTimeLoop", "selName"),
+            "0|6|12|18|24|30|36|42|48|54|60|66|72|78|84|90|96|102|108|114|120");
+  EXPECT_TRUE(page.column("delayTimeLoop", "selected").starts_with("0|0|0|1|0|"));
   EXPECT_EQ(page.column("AccountLoop", "selName"), "1000");
-  EXPECT_EQ(
-      saved<FeaturesForwardServlet>(
-          "features-forward", {{"ForwardMode", "0"}, {"DndMode", "0"}, {"BusyForwardTarget", "1"}, {"DndStatus", "1"}}),
-      (Messages{"broadcast 0x10007 1 0", "broadcast 0x10007 30 0"}));
-  EXPECT_EQ(saved<FeaturesForwardServlet>("features-forward", {{"ForwardMode", "0"}, {"BusyForwardTarget", "1"}}),
-            Messages{});
-  EXPECT_EQ(
-      saved<FeaturesForwardServlet>("features-forward", {{"DNDEmergencySwitch", "1"}, {"BusyForwardTarget", "2"}}),
-      Messages{});
-  EXPECT_EQ(config("DNDEmergencySwitch") + config("BusyForwardTarget"), "11");
+  const std::string busy = "ForwardMode=0&BusyForwardTarget=1";
+  expectSaves({{"features-forward", busy + "&DndMode=0&DndStatus=1", "broadcast 0x10007 1 0; broadcast 0x10007 30 0",
+                "BusyForwardTarget=1&DndStatus=1"},
+               {"features-forward", busy},
+               {"features-forward", "DNDEmergencySwitch=1&BusyForwardTarget=2", "",
+                "DNDEmergencySwitch=1&BusyForwardTarget=1"}});
 }
 
 TEST_F(ForwardTest, CustomModeKeepsAnAccountsOwnSettings) {
-  for (const int account : {0, 2}) setConfig("AccountEnable", account, "1");
+  setConfig("AccountEnable@0=1&AccountEnable@2=1");
   write("/config/user/user.ini", "[Account2]\nTimeout=5\nAF_Target=<7>\n[DNDAccount0]\nDND=1\n");
-  const RecordingResponse page =
-      run<FeaturesForwardServlet>("load", {{"ForwardMode", "1"}, {"DndMode", "1"}, {"fwd", "2"}});
-  EXPECT_EQ(
-      page.variable("AlwaysForwardTarget") + page.variable("NoAnswerForwardDelayTime") + page.variable("FWDIndex"),
-      "&lt;7&gt;52");
-  EXPECT_EQ(page.variable("DndStatus") + page.variable("DNDIndex") + page.variable("ForwardMode"), "101");
-  EXPECT_EQ(page.loops.at("delayTimeLoop")[5].at("selected"), "1");
+  const RecordingResponse page = load("features-forward", "ForwardMode=1&DndMode=1&fwd=2");
+  EXPECT_EQ(page.variable("AlwaysForwardTarget NoAnswerForwardDelayTime FWDIndex DndStatus DNDIndex ForwardMode"),
+            "&lt;7&gt;|5|2|1|0|1");
+  EXPECT_TRUE(page.column("delayTimeLoop", "selected").starts_with("0|0|0|0|0|1|0|"));
   EXPECT_EQ(page.column("AccountLoop", "selValue"), "0|2");
-  EXPECT_EQ(run<FeaturesForwardServlet>("load", {{"ForwardMode", "1"}}).variable("FWDIndex"), "(absent)");
+  EXPECT_EQ(load("features-forward", "ForwardMode=1").variable("FWDIndex"), "(absent)");
   announced();
-  const RecordingResponse answer = run<FeaturesForwardServlet>("write", {{"ForwardMode", "1"},
-                                                                         {"DndMode", "0"},
-                                                                         {"ForwardAccount", "2"},
-                                                                         {"AlwaysForwardTarget", "8"},
-                                                                         {"AlwaysForwardSwitch", "1"}});
+  const RecordingResponse answer =
+      save("features-forward", "ForwardMode=1&DndMode=0&ForwardAccount=2&AlwaysForwardTarget=8&AlwaysForwardSwitch=1");
   EXPECT_EQ(answer.redirects, Messages{"/servlet?p=features-forward&q=load&fwd=2"});
-  EXPECT_EQ(announced(), Messages{"broadcast 0x10007 1 0"});
-  EXPECT_EQ(run<FeaturesForwardServlet>("load", {{"fwd", "2"}}).variable("AlwaysForwardTarget"), "8");
+  EXPECT_EQ(announced(), "broadcast 0x10007 1 0");
+  EXPECT_EQ(load("features-forward", "fwd=2").variable("AlwaysForwardTarget"), "8");
+  EXPECT_EQ(load("features-forward", "fwd=0").variable("AlwaysForwardTarget"), "");
   EXPECT_EQ(config("AlwaysForwardTarget"), "");
 }
 
 TEST_F(ForwardTest, AccountsThatAreNoneAreRefused) {
-  const std::string before = content("/config/user/user.ini");
-  for (const char* account : {"x", "0]", "0\n[x", "../0", "123456789", "-1", "6", " 0"}) {
-    const RecordingResponse answer = run<FeaturesForwardServlet>(
-        "write",
-        {{"ForwardMode", "1"}, {"ForwardAccount", account}, {"AlwaysForwardTarget", "8"}, {"DNDEmergencySwitch", "1"}});
+  const std::string before = everythingStored();
+  for (const std::string account : {"x", "0]", "0\n[x", "../0", "123456789", "-1", "6", " 0"}) {
+    const RecordingResponse answer =
+        save("features-forward", "ForwardMode=1&AlwaysForwardTarget=8&DNDEmergencySwitch=1&ForwardAccount=" + account);
     EXPECT_EQ(answer.variable("noticeLabel"), "setTimeout$features-forward$Error:There is no such account!") << account;
-    const RecordingResponse dnd = run<FeaturesForwardServlet>("write", {{"DndMode", "1"}, {"DNDAccount", account}});
-    EXPECT_TRUE(dnd.redirects.empty()) << account;
+    EXPECT_TRUE(save("features-forward", "DndMode=1&DNDAccount=" + account).redirects.empty()) << account;
   }
-  EXPECT_EQ(content("/config/user/user.ini"), before);
-  EXPECT_EQ(config("ForwardMode") + config("DNDEmergencySwitch"), "00");
-  setConfig("AccountEnable", 0, "0");
-  const RecordingResponse page =
-      run<FeaturesForwardServlet>("load", {{"ForwardMode", "1"}, {"DndMode", "1"}, {"fwd", "2"}});
-  EXPECT_EQ(page.variable("FWDNoAccount") + page.variable("FWDIndex") + page.variable("DNDNoAccount") +
-                page.variable("DNDIndex"),
-            "true-1true-1");
+  EXPECT_TRUE(everythingStored() == before);
+  setConfig("AccountEnable@0", "0");
+  EXPECT_EQ(
+      load("features-forward", "ForwardMode=1&DndMode=1&fwd=2").variable("FWDNoAccount FWDIndex DNDNoAccount DNDIndex"),
+      "true|-1|true|-1");
 }
 
 TEST_F(SecurityTest, ListsTheAccountsThatMayBeManaged) {
-  for (const auto& [user, names] :
-       std::map<std::string, const char*>{{"admin", "admin|var|user"}, {"var", "var|user"}, {"user", "user"}}) {
+  for (const auto& [user, names] : Values{{"admin", "admin|var|user"}, {"var", "var|user"}, {"user", "user"}}) {
     session.attributes["user"] = user;
-    EXPECT_EQ(run<SecurityServlet>("load").column("userTypeLoop", "typeName"), names) << user;
+    EXPECT_EQ(load("security").column("userTypeLoop", "typeName"), names) << user;
   }
   session.attributes["user"] = "admin";
   setConfig("AdvancedVarEnabled", "0");
   write("/config/data/htpasswd", "admin:x\n:y\nnone\nvar:z\nextra:q\n");
-  const RecordingResponse page = run<SecurityServlet>("load");
+  const RecordingResponse page = load("security");
   EXPECT_EQ(page.column("userTypeLoop", "typeValue"), "admin|");
   EXPECT_EQ(page.column("userTypeLoop", "selected"), "selected|");
   std::filesystem::remove(file("/config/data/htpasswd"));
-  EXPECT_TRUE(run<SecurityServlet>("load").untouched());
+  EXPECT_TRUE(load("security").untouched());
   EXPECT_EQ(log.back(), "4 no Fount Files");
   session.attributes.clear();
-  EXPECT_EQ(run<SecurityServlet>("load").body, "Please login before the operator!");
+  EXPECT_EQ(load("security").body, "Please login before the operator!");
 }
 
 TEST_F(SecurityTest, PasswordsChangeByRank) {
-  const auto change = [this](const char* user, const char* mode, const char* old, const char* fresh) {
-    session.attributes["user"] = user;
-    return run<SecurityServlet>("write", {{"mode", mode}, {"editOldPassword", old}, {"editNewPassword", fresh}})
-        .variable("noticeLabel");
+  const char denied[] = "setTimeout$security$Error:You don't have enough jurisdiction!";
+  const char wrong[] = "setTimeout$security$Error:The password is error!";
+  const char done[] = "setTimeout$Password$You have changed the password!";
+  const struct {
+    std::string user, mode, old, fresh, notice;
+  } rows[] = {
+      {"var", "admin", "var", "x", denied},
+      {"user", "var", "user", "x", denied},
+      {"admin", "root", "admin", "x", denied},
+      {"user", "user", "wrong", "x", wrong},
+      // Sessions that an Action URI logged in hold a login name, which has its identity's rights at the most.
+      {"joe", "admin", "", "x", denied},
+      {"joe", "var", "", "x", denied},
+      {"joe", "user", "", "x", wrong},
+      {"boss", "admin", "", "x", denied},
+      {"nobody", "user", "", "x", denied},
+      {"admin", "user", "", "long new password", done},
+      {"var", "var", "var", "v2", done},
+      {"var", "var", "v2", "v2", done},
   };
-  const std::string done = "setTimeout$Password$You have changed the password!";
-  const std::string denied = "setTimeout$security$Error:You don't have enough jurisdiction!";
-  const std::string before = content("/config/data/htpasswd");
-  EXPECT_EQ(change("var", "admin", "var", "x"), denied);
-  EXPECT_EQ(change("user", "var", "user", "x"), denied);
-  EXPECT_EQ(change("admin", "root", "admin", "x"), denied);
-  EXPECT_EQ(change("user", "user", "wrong", "x"), "setTimeout$security$Error:The password is error!");
-  // Sessions that an Action URI logged in hold a login name, which has its identity's rights at the most.
-  setConfig("UserNameUser", "joe");
-  setConfig("UserNameAdmin", "boss");
-  EXPECT_EQ(change("joe", "admin", "", "x"), denied);
-  EXPECT_EQ(change("joe", "var", "", "x"), denied);
-  EXPECT_EQ(change("joe", "user", "", "x"), "setTimeout$security$Error:The password is error!");
-  EXPECT_EQ(change("boss", "admin", "", "x"), denied);
-  EXPECT_EQ(change("nobody", "user", "", "x"), denied);
-  setConfig("UserNameUser", "user");
-  setConfig("UserNameAdmin", "admin");
-  EXPECT_EQ(content("/config/data/htpasswd"), before);
-  EXPECT_EQ(change("admin", "user", "", "long new password"), done);
-  EXPECT_EQ(change("var", "var", "var", "v2"), done);
-  EXPECT_EQ(change("var", "var", "v2", "v2"), done);
-  filePassword file(kPasswordFile);
-  EXPECT_TRUE(file.IsRightUserPassword("user", "long new password"));
-  EXPECT_TRUE(file.IsRightUserPassword("var", "v2"));
-  EXPECT_TRUE(file.IsRightUserPassword("admin", "admin"));
-  setState(R"({"talking":true})");
-  EXPECT_EQ(change("admin", "user", "", "y"), "setTimeout$notice$Talking, Please wait...");
+  std::string before = content("/config/data/htpasswd");
+  for (const auto& [user, mode, old, fresh, expected] : rows) {
+    const bool renamed = std::set<std::string>{"joe", "boss", "nobody"}.contains(user);
+    setConfig(renamed ? "UserNameUser=joe&UserNameAdmin=boss" : "UserNameUser=user&UserNameAdmin=admin");
+    session.attributes["user"] = user;
+    const RecordingResponse answer =
+        save("security", "mode=" + mode + "&editOldPassword=" + old + "&editNewPassword=" + fresh);
+    EXPECT_EQ(answer.variable("noticeLabel"), expected) << user << ' ' << mode;
+    if (expected == done) before = content("/config/data/htpasswd");
+    EXPECT_EQ(content("/config/data/htpasswd"), before) << user << ' ' << mode;
+  }
+  const filePassword file(kPasswordFile);
+  for (const auto& [user, password] : Values{{"user", "long new password"}, {"var", "v2"}, {"admin", "admin"}}) {
+    EXPECT_TRUE(file.IsRightUserPassword(user.c_str(), password.c_str())) << user;
+  }
   for (const std::string& line : log) EXPECT_EQ(line.find("long new"), std::string::npos) << line;
-  setState(R"({"talking":false})");
-  EXPECT_TRUE(run<SecurityServlet>("write", {{"mode", "user"}}).untouched());
+  EXPECT_TRUE(save("security", "mode=user").untouched());
   EXPECT_EQ(log.back(), "4 SecurityServlet::writeConfig para error");
 }
 

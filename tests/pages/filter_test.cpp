@@ -10,21 +10,9 @@ class FilterTest : public PhoneTest {
   // The filter's decision over a request for `query`, its fields taken from it as they stand.
   int run(const std::string& query) {
     request.uri = "/servlet?" + query;
-    request.fields.clear();
-    for (std::size_t start = 0; start < query.size();) {
-      const std::size_t end = std::min(query.find('&', start), query.size());
-      const std::string field = query.substr(start, end - start);
-      if (const std::size_t equals = field.find('='); equals != std::string::npos) {
-        request.fields.emplace(field.substr(0, equals), field.substr(equals + 1));
-      }
-      start = end + 1;
-    }
+    request.fields = fieldsOf(query);
     response = RecordingResponse();
     return listener.onRequest(&request, &response);
-  }
-  std::string redirectOf(const std::string& query) {
-    EXPECT_EQ(run(query), 0) << query;
-    return response.redirects.size() == 1 ? response.redirects[0] : "(none)";
   }
 
   LoginListener listener;
@@ -34,7 +22,7 @@ class FilterTest : public PhoneTest {
 
 TEST_F(FilterTest, StrangersAreSentToTheLoginFormAndBack) {
   const std::string form = "/servlet?p=login&q=loginForm&jumpto=";
-  const std::map<std::string, std::string> rows = {
+  const Values rows = {
       {"p=network&q=load", "network"},
       {"q=load&x=1", "URI&q=load&x=1"},
       {"", "URI&"},
@@ -45,7 +33,10 @@ TEST_F(FilterTest, StrangersAreSentToTheLoginFormAndBack) {
       {"p=contacts-preview&q=load", "contactsbasic"},
       {"p=dsskey&model=1", "dsskey&model=1"},
   };
-  for (const auto& [query, target] : rows) EXPECT_EQ(redirectOf(query), form + target) << query;
+  for (const auto& [query, target] : rows) {
+    EXPECT_EQ(run(query), 0) << query;
+    EXPECT_EQ(response.redirects, std::vector<std::string>{form + target}) << query;
+  }
   request.fields = {{"p", "a&q=write\r\nX: y"}};
   request.uri = "/servlet?p=a%26q";
   response = RecordingResponse();
@@ -100,14 +91,14 @@ TEST_F(FilterTest, ActionUriNeedsCredentials) {
 }
 
 TEST_F(FilterTest, QueryIsCutAndLoggedWithoutSecrets) {
-  run("p=network&" + std::string(300, 'x'));
-  EXPECT_EQ(log.front(), "3 uri = p=network&" + std::string(245, 'x'));
-  log.clear();
-  run("key=OK&@admin:admin");
-  EXPECT_EQ(log.front(), "3 uri = key=OK");
-  log.clear();
-  run("Server=a&UserName=b&Password=c&x=1");
-  EXPECT_EQ(log.front(), "3 uri = Server=a&UserName=b&Password=********&x=1");
+  const Values rows = {{"p=network&" + std::string(300, 'x'), "p=network&" + std::string(245, 'x')},
+                       {"key=OK&@admin:admin", "key=OK"},
+                       {"Server=a&UserName=b&Password=c&x=1", "Server=a&UserName=b&Password=********&x=1"}};
+  for (const auto& [query, logged] : rows) {
+    log.clear();
+    run(query);
+    EXPECT_EQ(log.front(), "3 uri = " + logged);
+  }
   request.ownSession = FakeSession();
   request.uri = "/";
   EXPECT_EQ(listener.onRequest(&request, &response), 0);
@@ -125,20 +116,18 @@ TEST_F(FilterTest, DebugLevelFollowsTheConfiguration) {
 }
 
 TEST_F(FilterTest, LanguageAndModelReachTheRenderer) {
-  const std::filesystem::path folder = file("/phone/www/htdocs/language");
-  std::filesystem::remove_all(folder);
-  run("p=login");
-  EXPECT_EQ(request.language, "");
-  EXPECT_EQ(response.phoneType, "46");
-  write("/phone/www/htdocs/language/.js", "");
-  write("/phone/www/htdocs/language/German.JS", "");
-  setConfig("LanguageWebLang", "Klingon");
-  run("p=login");
-  EXPECT_EQ(request.language, "German");
-  write("/phone/www/htdocs/language/English.js", "");
-  setConfig("LanguageWebLang", "English");
-  run("p=login");
-  EXPECT_EQ(request.language, "English");
+  std::filesystem::remove_all(file("/phone/www/htdocs/language"));
+  const struct {
+    const char *added, *configured, *language;
+  } rows[] = {{"", "English", ""}, {"German.JS", "Klingon", "German"}, {"English.js", "English", "English"}};
+  for (const auto& [added, configured, language] : rows) {
+    if (*added) write(std::string("/phone/www/htdocs/language/") + added, "");
+    setConfig("LanguageWebLang", configured);
+    run("p=login");
+    EXPECT_EQ(request.language, language);
+    EXPECT_EQ(response.phoneType, "46");
+    write("/phone/www/htdocs/language/.js", "");
+  }
 }
 
 }  // namespace

@@ -5,6 +5,16 @@
 #include <cstdio>
 #include <cstdlib>
 
+Fields fieldsOf(const std::string& text) {
+  Fields fields;
+  std::istringstream stream(text);
+  for (std::string field; std::getline(stream, field, '&');) {
+    const std::size_t equals = field.find('=');
+    if (equals != std::string::npos) fields.emplace(field.substr(0, equals), field.substr(equals + 1));
+  }
+  return fields;
+}
+
 void FakeSession::setAttribute(const char* name, char* value) {
   attributes[name] = value;
   std::free(value);
@@ -78,18 +88,21 @@ void RecordingResponse::renderTemplate(const char* path, TMPL_varlist* list) {
   }
 }
 
-std::string RecordingResponse::variable(const std::string& name) const {
-  const auto found = variables.find(name);
-  return found == variables.end() ? "(absent)" : found->second;
+namespace {
+std::string valueIn(const RecordingResponse::Row& row, const std::string& name) {
+  const auto found = row.find(name);
+  return found == row.end() ? "(absent)" : found->second;
+}
+}  // namespace
+
+std::string RecordingResponse::variable(const std::string& variableNames) const {
+  return joinedValues(variableNames, [this](const std::string& name) { return valueIn(variables, name); });
 }
 
 std::string RecordingResponse::column(const std::string& loop, const std::string& name) const {
   const auto found = loops.find(loop);
   if (found == loops.end()) return "(absent)";
   std::string joined;
-  for (const Row& row : found->second) {
-    if (&row != &found->second.front()) joined += '|';
-    joined += row.contains(name) ? row.at(name) : "(absent)";
-  }
+  for (const Row& row : found->second) joined += (&row == &found->second.front() ? "" : "|") + valueIn(row, name);
   return joined;
 }

@@ -3,12 +3,28 @@
 
 #include <initializer_list>
 #include <map>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "framework/servlet_base.h"
 #include "host/template_list.h"
+
+using Fields = std::multimap<std::string, std::string>;
+
+// "name=value&name=value" taken apart as it stands.
+Fields fieldsOf(const std::string& text);
+
+// The values of words that are divided by blanks, joined by "|".
+template <class ValueOf>
+std::string joinedValues(const std::string& words, ValueOf valueOf) {
+  std::istringstream stream(words);
+  std::string joined;
+  const char* separator = "";
+  for (std::string word; stream >> word; separator = "|") joined += separator + valueOf(word);
+  return joined;
+}
 
 class FakeSession : public HttpSession {
  public:
@@ -39,7 +55,7 @@ class FakeRequest : public HttpRequest {
   void setUploadFileTemplate(const char* pattern) override { uploadTemplate = pattern; }
   int read(char* buffer, int length) override;
 
-  std::multimap<std::string, std::string> fields;
+  Fields fields;
   std::string uri = "/servlet?";
   std::string address = "192.0.2.7";
   std::string body;
@@ -69,8 +85,9 @@ class RecordingResponse : public HttpResponse {
   void renderTemplate(const char* path, TMPL_varlist* list) override;
   void setPhoneType(const char* model) override { phoneType = model; }
 
-  // A variable of the rendered page; "(absent)" when it was not given.
-  std::string variable(const std::string& name) const;
+  // Variables of the rendered page, their names divided by blanks, their values joined by "|"; "(absent)" stands for
+  // one that was not given.
+  std::string variable(const std::string& names) const;
   // One variable of each row of a loop, joined by "|".
   std::string column(const std::string& loop, const std::string& name) const;
   // Nothing was answered at all.

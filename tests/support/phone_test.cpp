@@ -34,11 +34,15 @@ PhoneTest::~PhoneTest() {
 
 namespace {
 
-json control(const std::string& method, const std::string& path, const std::map<std::string, std::string>& query,
-             const std::string& body) {
+json control(const std::string& method, const std::string& path, const Values& query, const std::string& body) {
   const simulator::ControlReply reply = simulator::control(method, path, query, body);
   EXPECT_EQ(reply.status, 200) << method << ' ' << path << ": " << reply.body;
   return json::parse(reply.body, nullptr, false);
+}
+
+std::pair<std::string, std::string> keyAndAccount(const std::string& name) {
+  const std::size_t at = std::min(name.find('@'), name.size());
+  return {name.substr(0, at), name.substr(std::min(at + 1, name.size()))};
 }
 
 std::string line(const json& entry) {
@@ -57,20 +61,24 @@ std::string line(const json& entry) {
 
 }  // namespace
 
-void PhoneTest::setConfig(const char* key, const std::string& value) {
-  control("PUT", "/simulator/config", {}, json{{"global", {{key, value}}}}.dump());
+void PhoneTest::setConfig(const std::string& name, const std::string& value) {
+  const auto [key, account] = keyAndAccount(name);
+  json body;
+  (account.empty() ? body["global"] : body["accounts"][account])[key] = value;
+  control("PUT", "/simulator/config", {}, body.dump());
 }
 
-void PhoneTest::setConfig(const char* key, int account, const std::string& value) {
-  control("PUT", "/simulator/config", {}, json{{"accounts", {{std::to_string(account), {{key, value}}}}}}.dump());
+void PhoneTest::setConfig(const std::string& values) {
+  for (const auto& [name, value] : fieldsOf(values)) setConfig(name, value);
 }
 
-std::string PhoneTest::config(const char* key) {
-  return control("GET", "/simulator/config", {{"key", key}}, "").at("value");
-}
-
-std::string PhoneTest::config(const char* key, int account) {
-  return control("GET", "/simulator/config", {{"key", key}, {"account", std::to_string(account)}}, "").at("value");
+std::string PhoneTest::config(const std::string& keys) {
+  return joinedValues(keys, [](const std::string& name) {
+    const auto [key, account] = keyAndAccount(name);
+    Values query{{"key", key}};
+    if (!account.empty()) query["account"] = account;
+    return control("GET", "/simulator/config", query, "").at("value").get<std::string>();
+  });
 }
 
 void PhoneTest::setState(std::string_view state) {
@@ -99,4 +107,15 @@ std::string PhoneTest::content(std::string_view phonePath) const {
 void PhoneTest::write(std::string_view phonePath, std::string_view text) const {
   std::filesystem::create_directories(file(phonePath).parent_path());
   std::ofstream(file(phonePath), std::ios::binary) << text;
+}
+
+std::string PhoneTest::everythingStored() const {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(file("/"))) {
+    const std::string path = "/" + entry.path().lexically_relative(file("/")).string();
+    files[path] = entry.is_regular_file() ? content(path) : "";
+  }
+  std::string all;
+  for (const auto& [path, bytes] : files) all += path + "\n" + bytes + "\n";
+  return all;
 }

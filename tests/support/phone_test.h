@@ -24,17 +24,22 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
+using Values = std::map<std::string, std::string>;
+
 // A fresh phone as it is delivered, with its journal empty and its log recorded.
 class PhoneTest : public ::testing::Test {
  protected:
   PhoneTest();
   ~PhoneTest() override;
 
-  // Stores a value without any message.
-  static void setConfig(const char* key, const std::string& value);
-  static void setConfig(const char* key, int account, const std::string& value);
-  static std::string config(const char* key);
-  static std::string config(const char* key, int account);
+  // Stores values without any message, those of "key=value&key=value" too; "AccountLabel@2" is the key of an account.
+  static void setConfig(const std::string& key, const std::string& value);
+  static void setConfig(const std::string& key, int account, const std::string& value) {
+    setConfig(key + "@" + std::to_string(account), value);
+  }
+  static void setConfig(const std::string& values);
+  // The stored values of keys that are divided by blanks, joined by "|".
+  static std::string config(const std::string& keys);
   // Merges a JSON object into the device's state.
   static void setState(std::string_view json);
   // What the applications received since the last call, one line each: "post app_hostapp 0x10007 39 0", a payload
@@ -44,6 +49,8 @@ class PhoneTest : public ::testing::Test {
   std::filesystem::path file(std::string_view phonePath) const;
   std::string content(std::string_view phonePath) const;
   void write(std::string_view phonePath, std::string_view text) const;
+  // All that the phone keeps: the names and the contents of its files.
+  std::string everythingStored() const;
   // The log lines so far, "LEVEL text".
   std::vector<std::string> log;
 

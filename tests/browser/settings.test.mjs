@@ -1,0 +1,97 @@
+// Provisioning and TR-069: secrets, days and times, and an update that the page waits for; tables of ten rows: rings and
+// paging addresses.
+import assert from "node:assert/strict";
+import { mkdirSync, readFileSync, writeFileSync } from "node:fs";
+import { join } from "node:path";
+import test from "node:test";
+import { assertErrors, phone, values } from "./phone.mjs";
+
+test("settings are checked and saved, secrets stay unless they are typed", async () => {
+  await phone.configure({ AutoProvisionPassword: "kept-secret", AutoProvisionAESKey16: "0123456789abcdef", AutoProvisionWeeklyMask: "530" });
+  const page = await phone.openAs("admin", "p=settings-autop&q=load");
+  const address = "Enter an address such as https://server.example/folder.";
+  await assertErrors(page, [
+    ...["ftp://", "https://a b/c", "http://192.168.1.256/", "tftp://10.0.0.1:70000/"].map((text) => ["AutoProvisionServerURL", text, address]),
+    ["AutoProvisionServerURL", "https://server.example:8443/phones/?a=b", ""],
+    ["AutoProvisionOptionType", "66", "Enter a whole number from 128 to 254."], ["AutoProvisionOptionType", "160", ""],
+    ["AutoProvisionAESKey16MAC", "short", "Enter exactly 16 characters."], ["AutoProvisionAESKey16MAC", "fedcba9876543210", ""],
+  ]);
+  assert.equal(await page.isVisible("#days"), false);
+  await page.check("#AutoProvisionEnableWeekly");
+  const checked = () => page.locator("#days :checked").evaluateAll((all) => all.map(({ value }) => value));
+  assert.deepEqual(await checked(), ["3", "5", "0"]);
+  await page.getByLabel("Saturday").check();
+  await page.getByLabel("Wednesday").uncheck();
+  await page.fill("#AutoProvisionWeeklyBeginTime", "01:30");
+  await page.fill("#AutoProvisionWeeklyEndTime", "04:00");
+  await phone.assertSaves(page, [], { AutoProvisionServerURL: "https://server.example:8443/phones/?a=b", AutoProvisionPassword: "kept-secret",
+    AutoProvisionAESKey16: "0123456789abcdef", AutoProvisionAESKey16MAC: "fedcba9876543210", AutoProvisionWeeklyMask: "056", AutoProvisionWeeklyBeginTime: "01:30" });
+  assert.doesNotMatch(await page.content(), /kept-secret|0123456789abcdef|fedcba/);
+  await page.getByLabel("Saturday").uncheck();
+  await page.getByRole("button", { name: "Cancel" }).click();
+  assert.deepEqual(await checked(), ["5", "6", "0"]);
+});
+
+test("an update saves first; the notice waits until it is over and goes back", async () => {
+  await phone.state({ answers: { "autoServer 0xa0001": 1 } });
+  const page = await phone.openAs("admin", "p=settings-autop&q=load");
+  await page.fill("#AutoProvisionUser", "phone46");
+  const sent = await phone.messagesDuring(async () => {
+    await page.getByRole("button", { name: "Save and update now" }).click();
+    await page.getByText("The phone is fetching its settings").waitFor();
+  });
+  assert.deepEqual(sent, ["autoServer 0xb0001 0 0"]);
+  await phone.assertStored({ AutoProvisionUser: "phone46" });
+  await page.getByText("Waiting for the phone: 4 s").waitFor();
+  await phone.state({ answers: { "autoServer 0xa0001": 0 } });
+  await page.waitForURL(/p=settings-autop&q=load/);
+  assert.equal(await page.inputValue("#AutoProvisionUser"), "phone46");
+});
+
+test("TR-069 shows the name that the server gets and keeps its secrets", async () => {
+  await phone.configure({ TR069ServerPassword: "acs-secret", TR069ConnectionRequestPassword: "request-secret" });
+  const page = await phone.openAs("admin", "p=settings-tr069&q=load");
+  assert.match(await page.inputValue("#TR069ServerUsername"), /^02005E-DeskPhone46-02005e[\da-f]{6}$/i);
+  await page.fill("#TR069ServerURL", "https://acs.example/");
+  await page.fill("#TR069ConnectionRequestPassword", "new-secret");
+  await phone.assertSaves(page, ["0x10007 23 0"],
+    { TR069ServerURL: "https://acs.example/", TR069ServerPassword: "acs-secret", TR069ConnectionRequestPassword: "new-secret" });
+});
+
+test("each text gets its ring; the phone's rings can be played, users' own cannot", async () => {
+  mkdirSync(join(phone.root, "data/userdata/sound"), { recursive: true });
+  writeFileSync(join(phone.root, "data/userdata/sound/Own.wav"), "x");
+  const page = await phone.openAs("admin", "p=settings-ring&q=load");
+  const play = page.locator("tr").nth(3).getByRole("button");
+  assert.equal(await play.isVisible(), false);
+  await page.selectOption("#Ringer3", "Ring2.wav");
+  assert.equal(await play.getAttribute("aria-label"), "Play: Ring2.wav");
+  const sound = page.waitForResponse(/Ring2\.wav/);
+  await play.click();
+  assert.match((await sound).headers()["content-type"], /audio\/wav/);
+  await page.selectOption("#Ringer3", "Own.wav");
+  assert.equal(await play.isVisible(), false);
+  await page.fill("#Text3", "internal");
+  await page.fill("#Text10", `"<b>`);
+  await phone.assertSaves(page, ["0x10007 57 0"], { AlertInfo2Text: "internal", AlertInfo2Ringer: "5", AlertInfo9Text: `"<b>`, AlertInfo9Ringer: "0" });
+  assert.deepEqual(await values(page, "Ringer3", "Ringer10", "Text10"), ["Own.wav", "default-ring.wav", `"<b>`]);
+});
+
+test("the rings that browsers can play are those that the phone comes with", async () => {
+  const media = join(phone.root, "phone/www/htdocs/media/sound");
+  for (const name of JSON.parse(readFileSync(join(media, "list.json"), "utf8"))) {
+    assert.deepEqual(readFileSync(join(media, name)), readFileSync(join(phone.root, "phone/resource/sysdata/sound", name)), name);
+  }
+});
+
+test("paging addresses are checked and saved", async () => {
+  const page = await phone.openAs("admin", "p=contacts-multicastIP&q=load");
+  const wrong = "Enter a multicast address such as 224.0.1.75:5010.";
+  const bad = ["192.168.1.1:5010", "224.0.1.75:0", "240.0.0.1", "224.0.1"];
+  const right = ["239.255.255.255:65535", "224.0.1.75"];
+  await assertErrors(page, [...bad.map((text) => ["ListenAddress7IPAddress", text, wrong]), ...right.map((text) => ["ListenAddress7IPAddress", text, ""])]);
+  await page.fill("#ListenAddress7Label", "Hall");
+  const stored = { ListenAddress7IPAddress: "224.0.1.75", ListenAddress7Label: "Hall", ReceivePriority: "10" };
+  await phone.assertSaves(page, ["0x10007 42 0"], stored);
+  await phone.assertSaves(page, [], stored);
+});
