@@ -150,7 +150,7 @@ int main(int argc, char** argv) {
   const Fields kAccount{{"acc", "0"}, {"var_accountID", "0"}};
   add<AccountRegisterServlet>("account-register", kAccount, "AccountLabel");
   add<StatusServlet>("status", {}, nullptr);
-  add<FeaturesForwardServlet>("features-forward", {}, "BusyForwardTarget");
+  add<FeaturesForwardServlet>("features-forward", {{"ForwardMode", "0"}}, "BusyForwardTarget");
   add<FeaturesGeneralServlet>("features-general", {}, "HotlineNumber");
   add<FeaturesAudioServlet>("features-audio", {}, "RingerDevice");
   add<FeaturesIntercomServlet>("features-intercom", {}, "IntercomToneSwitch");

@@ -11,8 +11,8 @@ import assert from "node:assert/strict";
 import { chromium } from "playwright-core";
 
 const top = new URL("../../", import.meta.url).pathname;
-const program = process.env.PHONE_WEB_HOST ?? join(top, "build/phone-web-host");
-const screenshots = process.env.PHONE_WEB_SCREENSHOTS ?? join(top, "build/screenshots");
+const program = process.env.PHONE_WEB_HOST ?? join(top, "build/release/phone-web-host");
+const screenshots = process.env.PHONE_WEB_SCREENSHOTS ?? join(top, "build/release/screenshots");
 const axeSource = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 const chromiumFlags = ["--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-background-networking",
   "--disable-component-update", "--disable-sync"];
