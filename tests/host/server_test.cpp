@@ -375,6 +375,7 @@ TEST_F(ServerTest, DropsSlowSendersButNotThoseItHeldUp) {
     for (int i = 0; open && i < 100; ++i, std::this_thread::sleep_for(50ms)) open = slow.send("x");
     EXPECT_FALSE(open) << length;
   }
+  EXPECT_EQ(get("/servlet?p=any").status, 200);  // the handler is through with them
   behaviour().page = [](HttpRequest*, HttpResponse* response) {
     std::this_thread::sleep_for(500ms);
     response->print("late");
