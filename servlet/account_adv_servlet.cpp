@@ -114,7 +114,6 @@ int refuse(HttpResponse* response) {
   log_log(2, 4, "AccountAdvServlet::loadConfig(). accountID is illegal\n");
   return 1;
 }
-
 }  // namespace
 
 int AccountAdvServlet::onRequest(HttpRequest* request, HttpResponse* response) {

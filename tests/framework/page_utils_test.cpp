@@ -167,7 +167,10 @@ TEST_F(UtilsTest, FilesAndFolders) {
   EXPECT_TRUE(replaceFile("/data/x/c.txt", "new"));
   EXPECT_FALSE(replaceFile("/data/none/c.txt", "new"));
   EXPECT_FALSE(replaceFile("/data/../../c.txt", "new"));
-  EXPECT_EQ(content("/data/x/c.txt"), "new");
+  std::string text;
+  EXPECT_TRUE(readFile("/data/x/c.txt", text));
+  EXPECT_EQ(text, "new");
+  for (const char* none : {"/data/x", "/data/none", "/data/../x"}) EXPECT_FALSE(readFile(none, text)) << none;
 }
 
 TEST_F(PasswordTest, HashesBlocksOfEightWithOneSalt) {
