@@ -7,7 +7,10 @@ const { identity } = document.body.dataset;
 const strength = document.getElementById("strength");
 const strengthText = document.getElementById("strength-text");
 
-document.getElementById("old").dataset.when = `mode=${identity}`;
+// A session that a command logged in has its login name for an identity.
+const isLevel = [...mode.options].some((option) => option.value === identity);
+const own = isLevel ? identity : mode.querySelector("[selected]")?.value;
+document.getElementById("old").dataset.when = `mode=${own}`;
 if (!mode.querySelector("[selected]")) {  // one's login name is not the name of one's level
   for (const option of mode.options) option.selected = option.defaultSelected = option.value === identity;
 }
