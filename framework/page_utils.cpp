@@ -57,7 +57,7 @@ bool wantsReboot(HttpRequest* request) {
 }
 
 bool IsInTalking(HttpResponse* response) {
-  if (msgSendMsgToThread(msgGetThreadByName(kPhoneApplication), kTalkingState, 0, 1) != 0) return false;
+  if (!isCallInProgress()) return false;
   SetNoticePage(response, false, "notice", "Talking, Please wait...");
   return true;
 }

@@ -14,6 +14,10 @@ void postConfigChanged(ConfigArea area, int detail) {
   postMessage(kPhoneApplication, kConfigChanged, static_cast<int>(area), detail);
 }
 
+bool isCallInProgress() {
+  return msgSendMsgToThread(msgGetThreadByName(kPhoneApplication), kTalkingState, 0, 1) == 0;
+}
+
 int queryRegistrationState(int account) {
   return msgSendMsgToThreadTimeoutEx(msgGetThreadByName(kPhoneApplication), kRegistrationState, account, 0,
                                      kAnswerTimeout, nullptr, 0);

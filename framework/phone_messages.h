@@ -68,6 +68,9 @@ void broadcastConfigChanged(ConfigArea area, int detail = 0);
 // Tells the phone application alone.
 void postConfigChanged(ConfigArea area, int detail = 0);
 
+// True when the phone application says so; not when nobody answers.
+bool isCallInProgress();
+
 // The phone application's status code of an account (MapAccountStatusToString gives its text), waiting kAnswerTimeout
 // at the most; kMessageNoAnswer when it does not answer.
 int queryRegistrationState(int account);

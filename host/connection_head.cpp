@@ -51,7 +51,6 @@ RequestHead readHead(MHD_Connection* connection, const Peer& peer, const char* m
   head.fetchDest = header("Sec-Fetch-Dest");
   head.wantsJson = prefersJson(header("Accept"));
   head.contentLength = parseLength(header("Content-Length"));
-  head.chunked = !header("Transfer-Encoding").empty();
   return head;
 }
 

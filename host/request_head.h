@@ -21,7 +21,6 @@ struct RequestHead {
   std::string origin, fetchSite, fetchMode, fetchDest;
   bool wantsJson = false;
   std::uint64_t contentLength = 0;
-  bool chunked = false;
 
   // A field of the query; null when absent.
   const std::string* field(std::string_view name) const { return query.first(name); }

@@ -14,7 +14,6 @@
 #include "framework/text_utils.h"
 #include "platform/device.h"
 #include "platform/log.h"
-#include "platform/messaging.h"
 #include "platform/phone_root.h"
 
 namespace {
@@ -57,10 +56,6 @@ bool fitsDisk(const char* file) {
   return size < free;
 }
 
-bool isTalking() {
-  return msgSendMsgToThread(msgGetThreadByName(kPhoneApplication), kTalkingState, 0, 1) == 0;
-}
-
 }  // namespace
 
 TMPL_varlist* addLogo(TMPL_varlist* list) {
@@ -71,7 +66,7 @@ TMPL_varlist* addLogo(TMPL_varlist* list) {
 }
 
 const char* takeLogo(HttpRequest* request) {
-  if (isTalking()) return "talking";
+  if (isCallInProgress()) return "talking";
   CommandShell(("mkdir -p " + quotedPath(kFolder)).c_str());
   const std::string upload = uploadedFile(request, "logoFile", "/tmp/logofile_XXXXXX");
   if (upload.empty()) return nullptr;

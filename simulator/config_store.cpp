@@ -1,11 +1,11 @@
 #include "simulator/config_store.h"
 
-#include <charconv>
 #include <filesystem>
 
 #include "platform/log.h"
 #include "platform/phone_root.h"
 #include "simulator/ini_file.h"
+#include "simulator/number.h"
 
 namespace simulator {
 namespace {
@@ -18,17 +18,16 @@ constexpr std::string_view kFirstLine =
     "; Settings that were changed on this phone. The last line tells that the file is whole.\n";
 constexpr std::string_view kLastLine = "; end\n";
 
-std::optional<int> parseInt(std::string_view text) {
-  int value;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc{} || end != text.data() + text.size() || text != std::to_string(value)) return std::nullopt;
-  return value;
+// An account's number as names and sections spell it: "02" is none.
+std::optional<int> accountNumber(std::string_view text) {
+  const std::optional<int> account = decimalNumber(text);
+  return account && text == std::to_string(*account) ? account : std::nullopt;
 }
 
 // The account of a section "account 2".
 std::optional<int> accountOfSection(std::string_view section) {
   if (!section.starts_with(kAccountSection)) return std::nullopt;
-  return parseInt(section.substr(kAccountSection.size()));
+  return accountNumber(section.substr(kAccountSection.size()));
 }
 
 // A file that this service wrote ends in its last line; one written by hand need not have either.
@@ -86,7 +85,7 @@ std::optional<AccountKey> parseAccountConfigName(std::string_view name) {
   const std::string_view rest = name.substr(kAccountPrefix.size());
   const auto dot = rest.find('.');
   if (dot == std::string_view::npos) return std::nullopt;
-  const std::optional<int> account = parseInt(rest.substr(0, dot));
+  const std::optional<int> account = accountNumber(rest.substr(0, dot));
   if (!account) return std::nullopt;
   return AccountKey{*account, rest.substr(dot + 1)};
 }

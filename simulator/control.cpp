@@ -1,7 +1,7 @@
-#include <charconv>
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "simulator/number.h"
 #include "simulator/phone.h"
 #include "simulator/simulator.h"
 #include "simulator/web_files.h"
@@ -35,14 +35,6 @@ std::optional<std::string> queryField(const Request& request, const std::string&
   return found != request.query.end() ? std::optional(found->second) : std::nullopt;
 }
 
-template <class Integer>
-std::optional<Integer> parseInteger(const std::string& text) {
-  Integer value;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  return error == std::errc{} && stop == end ? std::optional(value) : std::nullopt;
-}
-
 ControlReply journal(const Request& request) {
   if (request.method == "DELETE") {
     const std::lock_guard lock(phone().mutex);
@@ -50,7 +42,7 @@ ControlReply journal(const Request& request) {
     return jsonReply(ordered_json::object());
   }
   if (request.method != "GET") return wrongMethod(request);
-  const auto since = parseInteger<std::uint64_t>(queryField(request, "since").value_or("0"));
+  const auto since = decimalNumber<std::uint64_t>(queryField(request, "since").value_or("0"));
   if (!since) return errorReply(400, "\"since\" is to be a sequence number");
   std::unique_lock lock(phone().mutex);
   const std::vector<JournalEntry> entries = phone().journal.entriesAfter(*since);
@@ -75,7 +67,7 @@ ControlReply readConfig(const Request& request) {
   const auto key = queryField(request, "key");
   if (!key) return errorReply(400, "\"key\" is missing");
   const auto accountText = queryField(request, "account");
-  const auto account = accountText ? parseInteger<int>(*accountText) : std::nullopt;
+  const auto account = accountText ? decimalNumber(*accountText) : std::nullopt;
   if (accountText && !account) return errorReply(400, "\"account\" is to be the number of an account");
   const std::lock_guard lock(phone().mutex);
   phone().config.reloadIfChanged();
@@ -99,7 +91,7 @@ std::optional<std::string> gather(const json& values, const std::string& path, s
 std::optional<std::string> gatherAccounts(const json& accounts, ConfigStore::Values& result) {
   if (!accounts.is_object()) return "\"accounts\" is to be an object";
   for (const auto& [number, values] : accounts.items()) {
-    const auto account = parseInteger<int>(number);
+    const auto account = decimalNumber(number);
     if (!account) return "\"accounts." + number + "\" is not the number of an account";
     if (auto error = gather(values, "accounts." + number, account, result)) return error;
   }

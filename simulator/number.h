@@ -1,4 +1,4 @@
-// Decimal numbers in the phone's files.
+// Decimal numbers in texts.
 #pragma once
 
 #include <charconv>
@@ -7,9 +7,10 @@
 
 namespace simulator {
 
-// Nothing when the text is not a decimal number of int's range from its first to its last character.
-inline std::optional<int> decimalNumber(std::string_view text) {
-  int value;
+// Nothing when the text is not a decimal number of the type's range from its first to its last character.
+template <class Integer = int>
+std::optional<Integer> decimalNumber(std::string_view text) {
+  Integer value;
   const char* end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);
   return error == std::errc{} && stop == end ? std::optional(value) : std::nullopt;
