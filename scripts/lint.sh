@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# lint.sh BUILD_FOLDER: format, clang-tidy over the module, shellcheck, and the rules of the house.
+# lint.sh BUILD_FOLDER: format, clang-tidy over what is delivered, shellcheck, and the rules of the house.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=$1
@@ -22,7 +22,7 @@ fi
 if found=$(git grep -nE --untracked '\b(atoi|atol|strcpy|strcat|sprintf)\(' -- '*.h' '*.cpp'); then
   refuse 'Parse with parseInt(), copy into std::string:' "$found"
 fi
-printf '%s\n' "$sources" | grep -E '^(framework|servlet)/.*\.cpp$' |
+printf '%s\n' "$sources" | grep -E '^(framework|servlet|host|simulator)/.*\.cpp$' |
   xargs -P "$(nproc)" -n 4 clang-tidy -p "$build" --quiet 2>/dev/null || failed=1
 
 exit "$failed"

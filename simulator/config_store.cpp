@@ -101,21 +101,22 @@ void ConfigStore::load() {
 void ConfigStore::loadDefaults(const std::string& folder) {
   defaults_.clear();
   accountDefaults_.clear();
-  readDefaults(folder + "global.ini").visit([this](const auto&, const auto& key, std::string value) {
+  readDefaults(folder + "global.ini").visit([this](const std::string&, const std::string& key, std::string value) {
     defaults_[key] = std::move(value);
   });
   loadAccountDefaults(folder);
 }
 
 void ConfigStore::loadAccountDefaults(const std::string& folder) {
-  readDefaults(folder + "account.ini").visit([this](const auto& section, const auto& key, std::string value) {
-    const std::optional<int> account = accountOfSection(section);
-    (account ? defaults_[accountConfigName(key, *account)] : accountDefaults_[key]) = std::move(value);
-  });
+  readDefaults(folder + "account.ini")
+      .visit([this](const std::string& section, const std::string& key, std::string value) {
+        const std::optional<int> account = accountOfSection(section);
+        (account ? defaults_[accountConfigName(key, *account)] : accountDefaults_[key]) = std::move(value);
+      });
   for (int account = 0; account < kMaxAccounts; ++account) {
     const std::string path = folder + "account" + std::to_string(account) + ".ini";
     if (!fileStamp(phonePath(path))) continue;
-    readDefaults(path).visit([this, account](const auto&, const auto& key, std::string value) {
+    readDefaults(path).visit([this, account](const std::string&, const std::string& key, std::string value) {
       defaults_[accountConfigName(key, account)] = std::move(value);
     });
   }

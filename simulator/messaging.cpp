@@ -14,7 +14,6 @@ struct MessageThread {
 namespace {
 
 using simulator::JournalEntry;
-using simulator::phone;
 using Kind = JournalEntry::Kind;
 
 std::vector<MessageThread> makeThreads() {
