@@ -10,9 +10,9 @@ function(folder_headers name)
   target_include_directories(${name}_headers INTERFACE ${view})
 endfunction()
 
-# Sources of a folder: adding a page takes no line here.
+# Sources of a folder and the folders in it: adding a page takes no line here.
 function(folder_sources out)
-  file(GLOB found CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  file(GLOB_RECURSE found CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   list(FILTER found EXCLUDE REGEX "/main\\.cpp$")
   set(${out} ${found} PARENT_SCOPE)
 endfunction()

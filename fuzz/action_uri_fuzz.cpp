@@ -5,8 +5,8 @@
 #include "fuzz/phone.h"
 #include "host/fields.h"
 #include "platform/config_parser.h"
-#include "servlet/action_uri.h"
-#include "servlet/trusted_clients.h"
+#include "servlet/access/action_uri.h"
+#include "servlet/access/trusted_clients.h"
 #include "simulator/simulator.h"
 #include "tests/support/fake_http.h"
 

@@ -11,8 +11,8 @@
 #include "fuzz/phone.h"
 #include "host/fields.h"
 #include "host/page_table.h"
-#include "host/template_list.h"
 #include "platform/phone_root.h"
+#include "template/template_list.h"
 #include "tests/support/fake_http.h"
 
 namespace {

@@ -10,7 +10,7 @@
 
 #include "host/page_context.h"
 #include "host/spool_buffer.h"
-#include "host/template_list.h"
+#include "template/template_list.h"
 
 namespace host {
 

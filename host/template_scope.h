@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "host/template_list.h"
+#include "template/template_list.h"
 
 namespace host {
 

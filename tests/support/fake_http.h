@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "framework/servlet_base.h"
-#include "host/template_list.h"
+#include "template/template_list.h"
 
 using Fields = std::multimap<std::string, std::string>;
 

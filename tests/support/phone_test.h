@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/template_list.h"
+#include "template/template_list.h"
 #include "tests/support/fake_http.h"
 
 // A folder that is gone at the end.

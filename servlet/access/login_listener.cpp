@@ -1,0 +1,160 @@
+#include "servlet/access/login_listener.h"
+
+#include <algorithm>
+#include <cctype>
+#include <list>
+#include <string>
+#include <string_view>
+
+#include "framework/config_operate.h"
+#include "framework/file_password.h"
+#include "framework/file_utils.h"
+#include "framework/page_factory.h"
+#include "framework/session_login.h"
+#include "framework/text_utils.h"
+#include "platform/boot_environment.h"
+#include "platform/device.h"
+#include "platform/log.h"
+#include "platform/web_debug.h"
+#include "servlet/access/action_uri.h"
+#include "servlet/access/login_targets.h"
+#include "servlet/access/push_xml.h"
+
+namespace {
+
+constexpr std::string_view kServletPath = "/servlet?";
+constexpr std::size_t kQuerySize = 256;
+constexpr char kLanguageFolder[] = "/phone/www/htdocs/language";
+
+// What follows "/servlet?" in the request target, and the credentials behind its "&@".
+struct Query {
+  std::string text;
+  std::string user;
+  std::string password;
+  bool hasCredentials = false;
+};
+
+Query queryOf(HttpRequest* request) {
+  const std::string_view target = request->getRequestURI();
+  Query query;
+  query.text = target.substr(std::min(kServletPath.size(), target.size()));
+  cutText(query.text, kQuerySize);
+  const std::size_t cut = query.text.find("&@");
+  if (cut == std::string::npos) return query;
+  const std::string credentials = query.text.substr(cut + 2);
+  query.text.resize(cut);
+  const std::size_t colon = std::min(credentials.find(':'), credentials.size());
+  query.user = credentials.substr(0, colon);
+  query.password = credentials.substr(std::min(colon + 1, credentials.size()));
+  query.hasCredentials = true;
+  return query;
+}
+
+bool namesSecret(std::string_view name) {
+  std::string lower(name);
+  std::ranges::transform(lower, lower.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return std::ranges::any_of(std::initializer_list<std::string_view>{"pwd", "password", "pin"},
+                             [&](std::string_view word) { return lower.find(word) != std::string::npos; });
+}
+
+// The query for the log: the values of fields that hold secrets are masked.
+std::string withoutSecrets(std::string_view query) {
+  std::string shown;
+  while (!query.empty()) {
+    const std::size_t end = std::min(query.find('&'), query.size());
+    const std::string_view field = query.substr(0, end);
+    const std::size_t equals = field.find('=');
+    if (equals != std::string_view::npos && namesSecret(field.substr(0, equals))) {
+      shown.append(field.substr(0, equals + 1)).append(kSecretPlaceholder);
+    } else {
+      shown += field;
+    }
+    if (end < query.size()) shown += '&';
+    query.remove_prefix(std::min(end + 1, query.size()));
+  }
+  return shown;
+}
+
+void setDebugLevel() {
+  const int level = readConfigNumber("ServerLogLevel");
+  if (level > 6) return;
+  WebDebug::getInstance().setDebugLevel(level <= 3   ? WebDebug::kErrors
+                                        : level <= 5 ? WebDebug::kNormal
+                                                     : WebDebug::kDetail);
+}
+
+// The configured language when the phone has it, otherwise the first it has.
+void setPageLanguage(HttpRequest* request) {
+  const std::string configured = readConfigText("LanguageWebLang", 64);
+  std::list<std::string> languages;
+  ReadFiles::FindFiles(languages, kLanguageFolder, ".js", false, false);
+  std::erase(languages, "");
+  const auto found = std::ranges::find(languages, configured);
+  const auto chosen = found == languages.end() ? languages.begin() : found;
+  request->setLanguage(chosen == languages.end() ? "" : chosen->c_str());
+}
+
+bool inSafeMode() {
+  char mode[256] = "";
+  userenv_get("BOOTMODE", mode, sizeof mode);
+  mode[sizeof mode - 1] = '\0';
+  return std::string_view(mode) == "safemode";
+}
+
+std::string fieldForQuery(HttpRequest* request, const char* name, const char* fallback) {
+  const char* value = request->getParameter(name);
+  return encodeQueryValue(value && *value ? value : fallback);
+}
+
+// The login form, which is to come back to what was asked for.
+std::string loginTarget(HttpRequest* request, const char* page, const std::string& query) {
+  const std::string form = "/servlet?p=login&q=loginForm&jumpto=";
+  if (!page) return form + "URI&" + query;
+  const std::string name = encodeQueryValue(page);
+  if (isAccountPage(page)) return form + name + "&acc=" + fieldForQuery(request, "acc", "0");
+  if (std::string_view(page) == "contacts-preview") return form + "contactsbasic";
+  if (page == kKeyPage) return form + name + "&model=" + fieldForQuery(request, "model", "0");
+  return form + name;
+}
+
+// An Action URI from a client without a session runs with the credentials that it brought along.
+int runWithCredentials(HttpRequest* request, HttpResponse* response, const Query& query, std::string_view type) {
+  if (query.hasCredentials &&
+      filePassword(kPasswordFile).IsRightUserPassword(query.user.c_str(), query.password.c_str())) {
+    logInSession(request, query.user.c_str());
+    proccessActionURI(request, response, type, query.text);
+    return 1;
+  }
+  response->addHeader("WWW-Authenticate", "Basic realm=\"VOIP PHONE\"");
+  response->sendError(401);
+  return 0;
+}
+
+}  // namespace
+
+int LoginListener::onRequest(HttpRequest* request, HttpResponse* response) {
+  const Query query = queryOf(request);
+  log_log(2, 3, "uri = %s\n", withoutSecrets(query.text).c_str());
+  const char* page = request->getParameter("p");
+  setDebugLevel();
+  response->setPhoneType(std::to_string(GetPhoneType()).c_str());
+  setPageLanguage(request);
+  const std::string_view name = page ? page : "";
+  if (page && (name == "login" || name == "command" || inSafeMode())) return 1;
+  if (query.text.starts_with("push")) {
+    ProcessPushXml(request, false);
+    return 1;
+  }
+  HttpSession* session = request->getSession(1);
+  const bool loggedIn = session && session->getAttribute("user");
+  const std::string_view type = getURIType(query.text);
+  if (!loggedIn && !type.empty()) return runWithCredentials(request, response, query, type);
+  if (!loggedIn) {
+    response->sendRedirect(loginTarget(request, page, query.text).c_str());
+    return 0;
+  }
+  if (!type.empty()) proccessActionURI(request, response, type, query.text);
+  return 1;
+}
+
+PHONE_FACTORY(createLoginListener, HttpListener, LoginListener);

@@ -1,0 +1,53 @@
+#include "servlet/features/features_bluetooth_servlet.h"
+
+#include "framework/action_dispatch.h"
+#include "framework/config_operate.h"
+#include "framework/page_factory.h"
+#include "framework/page_utils.h"
+#include "framework/phone_messages.h"
+#include "framework/text_utils.h"
+#include "framework/visibility.h"
+#include "platform/log.h"
+
+namespace {
+constexpr const char* kKeys[] = {"BluetoothSwitch"};
+constexpr const char* kMenu[] = {"features-bluetooth", "features-forward",   "features-general",  "features-audio",
+                                 "features-intercom",  "features-acd",       "features-transfer", "features-callpickup",
+                                 "features-remote",    "features-phonelock", "features-sms",      "features-actionurl",
+                                 "features-bluetooth"};
+constexpr const char* kItems[] = {"GPickupSwitch"};
+constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
+static_assert(allUnique(kKeys) && allUnique(kItems));
+}  // namespace
+
+int FeaturesBluetoothServlet::onRequest(HttpRequest* request, HttpResponse* response) {
+  static constexpr Action<FeaturesBluetoothServlet> kActions[] = {
+      {"load", &FeaturesBluetoothServlet::loadConfig},
+      {"write", &FeaturesBluetoothServlet::writeConfig},
+  };
+  return dispatch(*this, kActions, UnknownAction::kIgnored, request, response);
+}
+
+int FeaturesBluetoothServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
+  TMPL_varlist* list = readConfigOperate(GLOBAL_FILE, kKeys, nullptr, 0);
+  response->renderTemplate("/phone/www/WEB-INFO/template/features-bluetooth.htm", showItemsByLevel(list, request));
+  return 1;
+}
+
+int FeaturesBluetoothServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
+  if (IsInTalking(response)) {
+    log_log(2, 6, "Talking,please wait...\n");
+    return 1;
+  }
+  if (writeConfigOperate(GLOBAL_FILE, "BluetoothSwitch", request, 0) > 0) {
+    postMessage(kBluetoothService, kBluetoothSwitch, parseInt(request->getParameter("BluetoothSwitch")).value_or(0));
+  }
+  response->sendRedirect("/servlet?p=features-bluetooth&q=load");
+  return 1;
+}
+
+TMPL_varlist* FeaturesBluetoothServlet::showItemsByLevel(TMPL_varlist* list, HttpRequest* request) {
+  return addVisibility(list, request, kVisibility);
+}
+
+PHONE_FACTORY(createFeaturesBluetoothServlet, HttpServlet, FeaturesBluetoothServlet);

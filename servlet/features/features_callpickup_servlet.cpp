@@ -1,0 +1,59 @@
+#include "servlet/features/features_callpickup_servlet.h"
+
+#include "framework/action_dispatch.h"
+#include "framework/config_operate.h"
+#include "framework/page_factory.h"
+#include "framework/page_utils.h"
+#include "framework/visibility.h"
+
+namespace {
+constexpr const char* kShownKeys[] = {"GPickupSwitch",
+                                      "GPickupCode",
+                                      "DPickupSwitch",
+                                      "DPickupCode",
+                                      "PickupAllowBlfRing",
+                                      "IndicationBLFPickup",
+                                      "CallParkSwitch",
+                                      "GroupCallParkSwitch",
+                                      "CallParkVisualNotifySwitch",
+                                      "CallParkRingNotifyType",
+                                      "BSFTActive"};
+constexpr const char* kStoredKeys[] = {"GPickupSwitch",         "GPickupCode",         "DPickupSwitch",
+                                       "DPickupCode",           "PickupAllowBlfRing",  "IndicationBLFPickup",
+                                       "CallParkSwitch",        "GroupCallParkSwitch", "CallParkVisualNotifySwitch",
+                                       "CallParkRingNotifyType"};
+constexpr const char* kMenu[] = {"features-callpickup", "features-forward",   "features-general",
+                                 "features-audio",      "features-intercom",  "features-transfer",
+                                 "features-remote",     "features-phonelock", "features-acd",
+                                 "features-sms",        "features-actionurl", "features-bluetooth"};
+constexpr const char* kItems[] = {"FeaturesCallPickup", "FeaturesCallPark"};
+constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 512};
+static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu) && allUnique(kItems));
+}  // namespace
+
+int FeaturesCallpickupServlet::onRequest(HttpRequest* request, HttpResponse* response) {
+  static constexpr Action<FeaturesCallpickupServlet> kActions[] = {
+      {"load", &FeaturesCallpickupServlet::loadConfig},
+      {"write", &FeaturesCallpickupServlet::writeConfig},
+  };
+  return dispatch(*this, kActions, UnknownAction::kIgnored, request, response);
+}
+
+int FeaturesCallpickupServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
+  TMPL_varlist* list = readConfigOperate(GLOBAL_FILE, kShownKeys, nullptr, 0);
+  response->renderTemplate("/phone/www/WEB-INFO/template/features-callpickup.htm", showItemsByLevel(list, request));
+  return 1;
+}
+
+int FeaturesCallpickupServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
+  if (IsInTalking(response)) return 1;
+  writeConfigOperate(GLOBAL_FILE, kStoredKeys, request, 0);
+  response->sendRedirect("/servlet?p=features-callpickup&q=load");
+  return 1;
+}
+
+TMPL_varlist* FeaturesCallpickupServlet::showItemsByLevel(TMPL_varlist* list, HttpRequest* request) {
+  return addVisibility(list, request, kVisibility);
+}
+
+PHONE_FACTORY(createFeaturesCallpickupServlet, HttpServlet, FeaturesCallpickupServlet);

@@ -1,0 +1,93 @@
+#include "servlet/features/features_general_logo.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "framework/config_operate.h"
+#include "framework/file_utils.h"
+#include "framework/page_utils.h"
+#include "framework/phone_messages.h"
+#include "framework/text_utils.h"
+#include "platform/device.h"
+#include "platform/log.h"
+#include "platform/phone_root.h"
+
+namespace {
+
+constexpr char kFolder[] = "/config/Pics/";
+constexpr char kLogo[] = "/config/Pics/logo.dob";
+constexpr char kUpload[] = "/tmp/logo.dob";
+
+// What a screen can show, in pixels.
+struct LogoLimit {
+  int phoneType;
+  int width, height;
+};
+constexpr LogoLimit kLimits[] = {{28, 236, 82}, {19, 132, 64}, {21, 132, 64}, {22, 132, 64},
+                                 {26, 132, 64}, {41, 192, 64}, {42, 192, 64}};
+
+const LogoLimit* limitOfPhone() {
+  const auto limit = std::ranges::find(kLimits, GetPhoneType(), &LogoLimit::phoneType);
+  return limit == std::end(kLimits) ? nullptr : &*limit;
+}
+
+std::string quotedPath(const char* path) {
+  return shellQuote(phonePath(path));
+}
+
+// The file begins with the logo's width and its height, a byte each; a shorter one is no logo.
+bool fitsScreen(const char* file) {
+  std::ifstream stream(phonePath(file), std::ios::binary);
+  const int width = stream.get();
+  const int height = stream.get();
+  if (!stream) return false;
+  const LogoLimit* limit = limitOfPhone();
+  return !limit || (width <= limit->width && height <= limit->height);
+}
+
+bool fitsDisk(const char* file) {
+  const long free = GetPartionFreeSize(kFolder);
+  const long size = GetFileSize(file);
+  log_log(2, 6, "lPartionFreeSize = %ld, lFileSize = %ld\n", free, size);
+  return size < free;
+}
+
+}  // namespace
+
+TMPL_varlist* addLogo(TMPL_varlist* list) {
+  const bool shown = limitOfPhone();
+  list = TMPL_add_var(list, "userLogoHide", shown ? "false" : "true", nullptr);
+  if (shown && GetFileSize(kLogo) >= 0) list = TMPL_add_var(list, "existLogo", "true", nullptr);
+  return list;
+}
+
+const char* takeLogo(HttpRequest* request) {
+  if (isCallInProgress()) return "talking";
+  CommandShell(("mkdir -p " + quotedPath(kFolder)).c_str());
+  const std::string upload = uploadedFile(request, "logoFile", "/tmp/logofile_XXXXXX");
+  if (upload.empty()) return nullptr;
+  if (!RenameUploadFile(upload.c_str(), kUpload)) {
+    unlink(phonePath(upload).c_str());
+    return "fail";
+  }
+  const bool onScreen = fitsScreen(kUpload);
+  const bool fits = fitsDisk(kUpload) && onScreen;
+  if (fits) {
+    unlink(phonePath(kLogo).c_str());
+    CommandShell(("cp -f " + quotedPath(kUpload) + " " + quotedPath(kFolder)).c_str());
+  }
+  unlink(phonePath(kUpload).c_str());
+  if (!fits) return "big";
+  writeConfigOperate(GLOBAL_FILE, "LCDLogo", "2", 0);
+  postConfigChanged(ConfigArea::kLogo);
+  return "success";
+}
+
+void deleteLogo() {
+  CommandShell(("rm -rf " + quotedPath(kFolder) + "*").c_str());
+  postConfigChanged(ConfigArea::kLogo);
+}

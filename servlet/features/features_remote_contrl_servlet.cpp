@@ -1,0 +1,49 @@
+#include "servlet/features/features_remote_contrl_servlet.h"
+
+#include "framework/action_dispatch.h"
+#include "framework/config_operate.h"
+#include "framework/page_factory.h"
+#include "framework/page_utils.h"
+#include "framework/visibility.h"
+
+namespace {
+constexpr const char* kShownKeys[] = {"PushXMLServerIP", "EnableSIPNotifyPushXML", "PushXMLBlockInCalling",
+                                      "AURILimitIP"};
+constexpr const char* kStoredKeys[] = {"PushXMLServerIP", "EnableSIPNotifyPushXML", "PushXMLBlockInCalling"};
+constexpr const char* kMenu[] = {"features-remote",   "features-forward",  "features-general",    "features-audio",
+                                 "features-intercom", "features-transfer", "features-callpickup", "features-phonelock",
+                                 "features-acd",      "features-sms",      "features-actionurl",  "features-bluetooth"};
+constexpr const char* kItems[] = {"FeaturesPushxmlServerAddr", "FeaturesXMLSIPNotify", "FeaturesActionURILimitIP"};
+constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
+static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu) && allUnique(kItems));
+}  // namespace
+
+int FeaturesRemoteContrlServlet::onRequest(HttpRequest* request, HttpResponse* response) {
+  static constexpr Action<FeaturesRemoteContrlServlet> kActions[] = {
+      {"load", &FeaturesRemoteContrlServlet::loadConfig},
+      {"write", &FeaturesRemoteContrlServlet::writeConfig},
+  };
+  return dispatch(*this, kActions, UnknownAction::kIgnored, request, response);
+}
+
+int FeaturesRemoteContrlServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
+  TMPL_varlist* list = readConfigOperate(GLOBAL_FILE, kShownKeys, nullptr, 0);
+  response->renderTemplate("/phone/www/WEB-INFO/template/features-remotecontrl.htm", showItemsByLevel(list, request));
+  return 1;
+}
+
+int FeaturesRemoteContrlServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
+  if (IsInTalking(response)) return 1;
+  writeConfigOperate(GLOBAL_FILE, kStoredKeys, request, 0);
+  if (writeConfigOperate(GLOBAL_FILE, "AURILimitIP", request, 0) > 0) {
+    writeConfigOperate(GLOBAL_FILE, "AURIShowMsgBoxEnable", "1", 0);
+  }
+  response->sendRedirect("/servlet?p=features-remotecontrl&q=load");
+  return 1;
+}
+
+TMPL_varlist* FeaturesRemoteContrlServlet::showItemsByLevel(TMPL_varlist* list, HttpRequest* request) {
+  return addVisibility(list, request, kVisibility);
+}
+
+PHONE_FACTORY(createFeaturesRemoteContrlServlet, HttpServlet, FeaturesRemoteContrlServlet);

@@ -1,0 +1,50 @@
+#include "servlet/network/network_pcport_servlet.h"
+
+#include "framework/action_dispatch.h"
+#include "framework/config_operate.h"
+#include "framework/page_factory.h"
+#include "framework/page_utils.h"
+#include "framework/phone_messages.h"
+#include "framework/visibility.h"
+
+namespace {
+constexpr const char* kShownKeys[] = {"NetworkLanType",       "NetworkLanRouterIP",    "NetworkLanSubnetMask",
+                                      "NetworkLanEnableDHCP", "NetworkLanDHCPStartIP", "NetworkLanDHCPEndIP",
+                                      "NetworkWanType",       "NetworkPCPortSwitch"};
+constexpr const char* kStoredKeys[] = {"NetworkLanRouterIP", "NetworkLanSubnetMask", "NetworkLanEnableDHCP",
+                                       "NetworkLanDHCPStartIP", "NetworkLanDHCPEndIP"};
+constexpr const char* kMenu[] = {"network-pcport", "network-basic", "network-advanced"};
+constexpr Visibility kVisibility{.menu = kMenu, .bufferSize = 512};
+static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu));
+}  // namespace
+
+int NetworkPCPortServlet::onRequest(HttpRequest* request, HttpResponse* response) {
+  static constexpr Action<NetworkPCPortServlet> kActions[] = {
+      {"load", &NetworkPCPortServlet::loadConfig},
+      {"write", &NetworkPCPortServlet::writeConfig},
+  };
+  return dispatch(*this, kActions, UnknownAction::kNotFound, request, response);
+}
+
+int NetworkPCPortServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
+  TMPL_varlist* list = readConfigOperate(GLOBAL_FILE, kShownKeys, nullptr, 0);
+  response->renderTemplate("/phone/www/WEB-INFO/template/network-pcport.htm", showItemsByLevel(list, request));
+  return 1;
+}
+
+int NetworkPCPortServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
+  if (IsInTalking(response)) return 1;
+  writeConfigOperate(GLOBAL_FILE, kStoredKeys, request, 0);
+  writeConfigOperate(GLOBAL_FILE, "NetworkLanType", request->getParameter("type"), 0);
+  writeConfigOperate(GLOBAL_FILE, "NetworkPCPortSwitch", request, 0);
+  if (!wantsReboot(request)) return loadConfig(request, response);
+  broadcastConfigChanged(ConfigArea::kNetwork);
+  SetNoticePage(response, true, "network-pcport", kRebootingNotice);
+  return 1;
+}
+
+TMPL_varlist* NetworkPCPortServlet::showItemsByLevel(TMPL_varlist* list, HttpRequest* request) {
+  return addVisibility(list, request, kVisibility);
+}
+
+PHONE_FACTORY(createNetworkPCPortServlet, HttpServlet, NetworkPCPortServlet);

@@ -1,0 +1,48 @@
+#include "servlet/settings/settings_areacode_servlet.h"
+
+#include "framework/action_dispatch.h"
+#include "framework/config_operate.h"
+#include "framework/page_factory.h"
+#include "framework/page_utils.h"
+#include "framework/phone_messages.h"
+#include "framework/visibility.h"
+
+namespace {
+constexpr const char* kKeys[] = {"AreaCode", "AreaCodeMinLen", "AreaCodeMaxLen", "AreaCodeAccount"};
+constexpr const char* kMenu[] = {"settings-dialplan", "replace-rule",        "dial-now",          "area-code",
+                                 "block-out",         "settings-preference", "settings-datetime", "settings-upgrade",
+                                 "settings-autop",    "settings-config",     "settings-voice",    "settings-ring",
+                                 "settings-tones",    "settings-softkey",    "settings-tr069"};
+constexpr const char* kItems[] = {"AreaCode"};
+constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 512};
+static_assert(allUnique(kKeys) && allUnique(kMenu) && allUnique(kItems));
+}  // namespace
+
+int SettingsAreacodeServlet::onRequest(HttpRequest* request, HttpResponse* response) {
+  static constexpr Action<SettingsAreacodeServlet> kActions[] = {
+      {"load", &SettingsAreacodeServlet::loadConfig},
+      {"write", &SettingsAreacodeServlet::writeConfig},
+  };
+  return dispatch(*this, kActions, UnknownAction::kNotFound, request, response);
+}
+
+int SettingsAreacodeServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
+  TMPL_varlist* list = readConfigOperate(GLOBAL_FILE, kKeys, nullptr, 0);
+  list = GetTR069Supported(list);
+  response->renderTemplate("/phone/www/WEB-INFO/template/settings-areacode.htm", showItemsByLevel(list, request));
+  return 1;
+}
+
+int SettingsAreacodeServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
+  if (IsInTalking(response)) return 1;
+  writeConfigOperate(GLOBAL_FILE, kKeys, request, 0);
+  postConfigChanged(ConfigArea::kAreaCode);
+  response->sendRedirect("/servlet?p=settings-areacode&q=load");
+  return 1;
+}
+
+TMPL_varlist* SettingsAreacodeServlet::showItemsByLevel(TMPL_varlist* list, HttpRequest* request) {
+  return addVisibility(list, request, kVisibility);
+}
+
+PHONE_FACTORY(createSettingsAreacodeServlet, HttpServlet, SettingsAreacodeServlet);
