@@ -33,7 +33,7 @@ int store(FILETYPE type, const char* key, const char* value, int account) {
 TMPL_varlist* readConfigOperate(FILETYPE type, const char* const* keys, int count, TMPL_varlist* list, int account) {
   if (count < 1) return list;
   if (!keys) {
-    log_log(2, 4, "readConfigOperate() para error\n");
+    log_log(kWebLog, kLogWarning, "readConfigOperate() para error\n");
     return nullptr;
   }
   for (int i = 0; i < count; ++i) {
@@ -44,7 +44,7 @@ TMPL_varlist* readConfigOperate(FILETYPE type, const char* const* keys, int coun
 
 TMPL_varlist* readConfigOperate(FILETYPE type, const char* key, TMPL_varlist* list, int account) {
   if (!key) {
-    log_log(2, 4, "readConfigOperate() para error\n");
+    log_log(kWebLog, kLogWarning, "readConfigOperate() para error\n");
     return nullptr;
   }
   return TMPL_add_var(list, key, shownValue(type, key, account).c_str(), nullptr);
@@ -56,7 +56,7 @@ TMPL_varlist* readConfigOperate(FILETYPE type, const char* key, TMPL_varlist* li
 
 void readConfigOperate(FILETYPE type, const char* key, std::string& buffer, std::size_t size, int account) {
   if (!key) {
-    log_log(2, 4, "readConfigOperate() para error\n");
+    log_log(kWebLog, kLogWarning, "readConfigOperate() para error\n");
     return;
   }
   buffer = shownValue(type, key, account);
@@ -83,7 +83,7 @@ int readConfigNumber(const char* key) {
 
 int writeConfigOperate(FILETYPE type, const char* const* keys, int count, HttpRequest* request, int account) {
   if (!keys || !request) {
-    log_log(2, 4, "Parameter is null\n");
+    log_log(kWebLog, kLogWarning, "Parameter is null\n");
     return -1;
   }
   int changed = 0;
@@ -96,12 +96,12 @@ int writeConfigOperate(FILETYPE type, const char* const* keys, int count, HttpRe
 
 int writeConfigOperate(FILETYPE type, const char* key, HttpRequest* request, int account) {
   if (!key || !request) {
-    log_log(2, 4, "writeConfigOperate() para error.\n");
+    log_log(kWebLog, kLogWarning, "writeConfigOperate() para error.\n");
     return -1;
   }
   const char* value = request->getParameter(key);
   if (!value) {
-    log_log(2, 4, "writeConfigOperate() get %s =NULL.\n", key);
+    log_log(kWebLog, kLogWarning, "writeConfigOperate() get %s =NULL.\n", key);
     return -1;
   }
   return store(type, key, value, account);
@@ -109,7 +109,7 @@ int writeConfigOperate(FILETYPE type, const char* key, HttpRequest* request, int
 
 int writeConfigOperate(FILETYPE type, const char* key, const char* value, int account) {
   if (!key || !value) {
-    log_log(2, 4, "Parameter is null\n");
+    log_log(kWebLog, kLogWarning, "Parameter is null\n");
     return -1;
   }
   return store(type, key, value, account);

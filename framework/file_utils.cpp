@@ -46,7 +46,7 @@ int toInt(long long size) {
 std::optional<long long> sizeBelow(const std::string& path, std::size_t rootLength) {
   struct stat status {};
   if (lstat(path.c_str(), &status) != 0) {
-    log_log(2, 4, "filename : %s, error info : %s\n", path.c_str() + rootLength, std::strerror(errno));
+    log_log(kWebLog, kLogWarning, "filename : %s, error info : %s\n", path.c_str() + rootLength, std::strerror(errno));
     return 0;
   }
   long long total = status.st_size;
@@ -57,7 +57,7 @@ std::optional<long long> sizeBelow(const std::string& path, std::size_t rootLeng
     if (isOneOf(entry->d_name, {".", ".."})) continue;
     const std::string below = path + (path.ends_with('/') ? "" : "/") + entry->d_name;
     if (below.size() - rootLength > kPathLimit) {
-      log_log(2, 4, "filename length > PATH_MAX\n");
+      log_log(kWebLog, kLogWarning, "filename length > PATH_MAX\n");
       return std::nullopt;
     }
     const std::optional<long long> size = sizeBelow(below, rootLength);

@@ -65,7 +65,7 @@ TMPL_loop* GetRingToneLoop(const char* selected, RING_OPERATOR_TYPE kind, bool w
 
 TMPL_loop* GetWallpaperLoop(const char* selected) {
   if (!selected) {
-    log_log(2, 4, "GetWallpaperLoop para error\n");
+    log_log(kWebLog, kLogWarning, "GetWallpaperLoop para error\n");
     return nullptr;
   }
   TMPL_loop* loop = nullptr;

@@ -15,9 +15,9 @@ class Guarded final : public Handler {
     try {
       return Handler::onRequest(request, response);
     } catch (const std::exception& error) {
-      log_log(2, 3, "onRequest() failed: %s\n", error.what());
+      log_log(kWebLog, kLogError, "onRequest() failed: %s\n", error.what());
     } catch (...) {
-      log_log(2, 3, "onRequest() failed\n");
+      log_log(kWebLog, kLogError, "onRequest() failed\n");
     }
     response->sendError(500);
     return 0;

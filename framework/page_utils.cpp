@@ -14,7 +14,6 @@
 #include "framework/text_utils.h"
 #include "platform/device.h"
 #include "platform/log.h"
-#include "platform/messaging.h"
 #include "platform/os_services.h"
 #include "platform/phone_root.h"
 #include "platform/registry.h"
@@ -24,7 +23,6 @@ namespace {
 
 constexpr std::size_t kPatternEnd = 6;  // characters that make an upload's path unique
 constexpr int kDefaultRebootDelay = 2;
-constexpr int kRegistered = 2;
 constexpr int kLastSipAccount = 5;
 constexpr long kConfigReserve = 5119;
 constexpr char kContactMark[] = "/tmp/contact_update_mark.ini";
@@ -72,8 +70,8 @@ bool CheckUploadFile(HttpRequest* request, const char* partition, const char* fo
   const long length = request->getContentLength();
   const long total = replace ? length : length + 1 + GetDirSize(folder);
   const long free = GetPartionFreeSize(partition);
-  log_log(2, 6, "ContentLength = %d, TotleSize = %d, partion_free_size = %d, iLeastSize=%d\n", static_cast<int>(length),
-          static_cast<int>(total), static_cast<int>(free), static_cast<int>(reserve));
+  log_log(kWebLog, kLogInfo, "ContentLength = %d, TotleSize = %d, partion_free_size = %d, iLeastSize=%d\n",
+          static_cast<int>(length), static_cast<int>(total), static_cast<int>(free), static_cast<int>(reserve));
   if (total <= maximum && length <= free - reserve) return true;
   *error = "No space left!";
   return false;
@@ -94,7 +92,7 @@ std::string uploadedFile(HttpRequest* request, const char* field, const char* pa
   const std::string_view front(pattern, std::strlen(pattern) - kPatternEnd);
   const bool stored =
       path.size() == front.size() + kPatternEnd && path.starts_with(front) && isPlainName(path.substr(front.size()));
-  if (!stored && !path.empty()) log_log(2, 4, "uploadedFile() %s is no file\n", field);
+  if (!stored && !path.empty()) log_log(kWebLog, kLogWarning, "uploadedFile() %s is no file\n", field);
   return stored ? std::string(path) : "";
 }
 
@@ -168,7 +166,7 @@ bool GetSipServerHost(std::string& host, std::string& port, int account) {
 }
 
 int GetAccountID(const char* uri) {
-  if (!uri || !msgGetThreadByName(kPhoneApplication)) return -1;
+  if (!uri) return -1;
   for (int account = 0; account < GetAccountMax(); ++account) {
     if (queryRegistrationState(account) != kRegistered) continue;
     std::string host, port;

@@ -21,7 +21,7 @@ constexpr LoginName kLoginNames[] = {{"admin", "UserNameAdmin"}, {"var", "UserNa
 
 void showString(SHOWTYPE type, const char* const* keys, int count, std::string* buffer, std::size_t size) {
   if (!keys || !buffer) {
-    log_log(2, 4, "readConfigOperate() para error\n");
+    log_log(kWebLog, kLogWarning, "readConfigOperate() para error\n");
     return;
   }
   for (int i = 0; i < count; ++i) {
@@ -75,7 +75,7 @@ void GetDevSeries(int phoneType, std::string* series) {
 
 void GetIdentityByName(const char* name, std::string* identity) {
   if (!name || !identity) {
-    log_log(2, 4, "GetIdentityByName para error\n");
+    log_log(kWebLog, kLogWarning, "GetIdentityByName para error\n");
     return;
   }
   for (const LoginName& login : kLoginNames) {
@@ -88,7 +88,7 @@ void GetIdentityByName(const char* name, std::string* identity) {
 
 void GetNameByIdentity(std::string* name, const char* identity) {
   if (!name || !identity) {
-    log_log(2, 4, "GetIdentityByName para error\n");
+    log_log(kWebLog, kLogWarning, "GetIdentityByName para error\n");
     return;
   }
   for (const LoginName& login : kLoginNames) {

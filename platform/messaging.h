@@ -22,3 +22,4 @@ int msgSendMsgToThreadTimeoutEx(MessageThread* thread, unsigned message, int wPa
 
 // Queues a message to every application.
 int msgBroadpostThreadMsg(unsigned message, int wParam, int lParam);
+int msgBroadpostThreadMsgEx(unsigned message, int wParam, int lParam, const void* data, int size);

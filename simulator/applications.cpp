@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 
+#include "platform/phone_application.h"
 #include "platform/phone_root.h"
 #include "simulator/exported_config.h"
 #include "simulator/files.h"
@@ -18,21 +19,6 @@ constexpr std::string_view kNames[] = {
     "app_sipClient12", "app_sipClient13", "app_sipClient14", "app_sipClient15",
 };
 
-enum Message : unsigned {
-  kConfigChanged = 0x10007,
-  kServerChanged = 0x1000b,
-  kReboot = 0x10101,
-  kRegistrationState = 0x30006,
-  kIdle = 0x30007,
-  kExpansionModules = 0x3000e,
-  kExportConfig = 0x3001f,
-  kProvisioningState = 0xa0001,
-  kMakeCall = 0xa0002,
-  kProvisionNow = 0xb0001,
-};
-
-constexpr int kAccountArea = 3;
-constexpr int kNetworkArea = 9;
 constexpr int kHeadsetAdapter = 2;
 constexpr std::chrono::seconds kProvisioningTime{3};
 
@@ -78,23 +64,24 @@ struct HealthyAnswer {
   int (*answer)(const Phone&, const JournalEntry&);
 };
 constexpr HealthyAnswer kHealthyAnswers[] = {
-    {"app_hostapp", kIdle, idle},
-    {"app_hostapp", kRegistrationState, registration},
-    {"app_hostapp", kExpansionModules, expansionModules},
-    {"app_hostapp", kExportConfig, exportConfig},
-    {"app_hostapp", kMakeCall, accepted},
-    {"autoServer", kProvisioningState, provisioning},
+    {kPhoneApplication, kTalkingState, idle},
+    {kPhoneApplication, kRegistrationState, registration},
+    {kPhoneApplication, kExpansionKeys, expansionModules},
+    {kPhoneApplication, kExportConfig, exportConfig},
+    {kPhoneApplication, kMakeCall, accepted},
+    {kProvisioningService, kProvisioningState, provisioning},
 };
 
 bool startsProvisioning(const JournalEntry& message) {
-  return (message.message == kProvisionNow && message.target == "autoServer") ||
-         (message.message == kServerChanged && message.target == "app_hostapp");
+  return (message.message == kProvisionNow && message.target == kProvisioningService) ||
+         (message.message == kServerChanged && message.target == kPhoneApplication);
 }
 
 // What a change of the configuration brings about.
 void reload(Phone& phone, const JournalEntry& message) {
-  if (message.wParam == kAccountArea) phone.state.registerAccount(phone.config, message.lParam);
-  if (message.wParam != kNetworkArea) return;
+  if (message.wParam == static_cast<int>(ConfigArea::kAccount))
+    phone.state.registerAccount(phone.config, message.lParam);
+  if (message.wParam != static_cast<int>(ConfigArea::kNetwork)) return;
   phone.state.bringUpNetwork(phone.config);
   if (phone.state.rebootSeconds > 0) phone.reboot("network settings");
 }
@@ -117,7 +104,7 @@ int answerOf(const Phone& phone, const JournalEntry& message) {
 }
 
 void react(Phone& phone, const JournalEntry& message) {
-  if (message.message == kReboot && message.target == "app_hostapp") phone.reboot(messageName(message));
+  if (message.message == kReboot && message.target == kPhoneApplication) phone.reboot(messageName(message));
   if (startsProvisioning(message)) phone.provisioningEnd = std::chrono::steady_clock::now() + kProvisioningTime;
   if (message.message == kConfigChanged && message.kind == JournalEntry::Kind::kBroadcast) reload(phone, message);
 }

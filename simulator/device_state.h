@@ -9,19 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "platform/phone_application.h"
 #include "simulator/config_store.h"
 
 namespace simulator {
 
 inline constexpr int kAccountCount = 16;
-
-enum RegistrationStatus {
-  kDisabled = 0,
-  kRegistered = 2,
-  kRegisterFailed = 3,
-  kUnregistered = 4,
-  kInexistent = 6,
-};
 
 enum class NetworkField {
   kLocalIPv4,

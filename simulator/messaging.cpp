@@ -93,5 +93,9 @@ int msgSendMsgToThreadTimeoutEx(MessageThread* thread, unsigned message, int wPa
 }
 
 int msgBroadpostThreadMsg(unsigned message, int wParam, int lParam) {
-  return post(Kind::kBroadcast, "", message, wParam, lParam, "");
+  return msgBroadpostThreadMsgEx(message, wParam, lParam, nullptr, 0);
+}
+
+int msgBroadpostThreadMsgEx(unsigned message, int wParam, int lParam, const void* data, int size) {
+  return post(Kind::kBroadcast, "", message, wParam, lParam, payload(data, size));
 }

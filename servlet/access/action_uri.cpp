@@ -12,7 +12,6 @@
 #include "framework/text_list.h"
 #include "framework/text_utils.h"
 #include "platform/log.h"
-#include "platform/messaging.h"
 #include "platform/os_services.h"
 #include "platform/phone_root.h"
 #include "servlet/access/trusted_clients.h"
@@ -53,8 +52,7 @@ std::string commandFor(HttpRequest* request, std::string text) {
 }
 
 int postCommand(unsigned message, const std::string& command) {
-  msgPostMsgToThreadEx(msgGetThreadByName(kPhoneApplication), message, 0, 0, command.c_str(),
-                       static_cast<int>(command.size()) + 1);
+  postText(kPhoneApplication, message, command);
   return 1;
 }
 
@@ -65,7 +63,7 @@ int sendExportedConfig(HttpResponse* response) {
   response->setHeader("Expires", "-1");
   std::string content;
   if (!readFile(kExportedConfig, content)) {
-    log_log(2, 4, "export phonecfg.ini End. failed to open file\n");
+    log_log(kWebLog, kLogWarning, "export phonecfg.ini End. failed to open file\n");
     return 0;
   }
   for (std::size_t start = 0; start < content.size(); start += kBlockSize) {
@@ -89,8 +87,7 @@ int runNumber(HttpRequest* request, HttpResponse*, const std::string& query) {
 
 int runExport(HttpRequest* request, HttpResponse* response, const std::string& query) {
   const std::string command = commandFor(request, pairsOf(query, 9));
-  const int answer = msgSendMsgToThreadTimeoutEx(msgGetThreadByName(kPhoneApplication), kExportConfig, 0, 0,
-                                                 kAnswerTimeout, command.c_str(), static_cast<int>(command.size()) + 1);
+  const int answer = askWithText(kAnswerTimeout, kPhoneApplication, kExportConfig, command);
   return answer == 1 ? sendExportedConfig(response) : 1;
 }
 
@@ -135,13 +132,13 @@ std::string_view getURIType(std::string_view query) {
 int proccessActionURI(HttpRequest* request, HttpResponse* response, std::string_view type, const std::string& query) {
   const auto command = std::ranges::find(kCommands, type, &Command::type);
   if (command == std::end(kCommands)) {
-    log_log(2, 4, "proccessActionURI para error.\n");
+    log_log(kWebLog, kLogWarning, "proccessActionURI para error.\n");
     response->sendError(404);
     return 0;
   }
   const char* address = request->getRemoteAddr();
   if (!IsTrustIP(address)) {
-    log_log(2, 4, "proccessActionURI() limitip action not send\n");
+    log_log(kWebLog, kLogWarning, "proccessActionURI() limitip action not send\n");
     ActionURISyslog("Permission Denied !", address);
     response->sendError(401);
     return 0;
@@ -158,7 +155,7 @@ void ActionURISyslog(const std::string& action, const char* address) {
 
 void AddIPtoURI(std::string* command, const char* address) {
   if (!command || !address) {
-    log_log(2, 4, "AddIPtoURI para error.\n");
+    log_log(kWebLog, kLogWarning, "AddIPtoURI para error.\n");
     return;
   }
   command->append("&RIP=").append(address);

@@ -134,7 +134,7 @@ int runWithCredentials(HttpRequest* request, HttpResponse* response, const Query
 
 int LoginListener::onRequest(HttpRequest* request, HttpResponse* response) {
   const Query query = queryOf(request);
-  log_log(2, 3, "uri = %s\n", withoutSecrets(query.text).c_str());
+  log_log(kWebLog, kLogError, "uri = %s\n", withoutSecrets(query.text).c_str());
   const char* page = request->getParameter("p");
   setDebugLevel();
   response->setPhoneType(std::to_string(GetPhoneType()).c_str());

@@ -72,7 +72,7 @@ bool LoginServlet::isLockedOut(HttpRequest* request) {
   if (!failures || *failures == 0) failed_ = false;
   if (!failures || *failures <= kAllowedFailures) return false;
   if (osTime() - lockTime_ <= kLockSeconds) return true;
-  log_log(2, 6, "LoginServlet::onRequest() Lock already 3 min.\n");
+  log_log(kWebLog, kLogInfo, "LoginServlet::onRequest() Lock already 3 min.\n");
   *failures = 0;
   return false;
 }
@@ -101,11 +101,11 @@ int LoginServlet::login(HttpRequest* request, HttpResponse* response) {
   const bool right = filePassword(kPasswordFile).IsRightUserPassword(user, password);
   if (!right || isVarSwitchedOff(identity)) return refuse(request, response);
 
-  log_log(2, 6, "password is right\n");
+  log_log(kWebLog, kLogInfo, "password is right\n");
   failed_ = false;
   if (int* failures = failures_.find(request->getRemoteAddr())) *failures = 0;
   if (!logInSession(request, identity.c_str())) {
-    log_log(2, 4, "LoginServlet::login() setMaxInactiveInterval failed!\n");
+    log_log(kWebLog, kLogWarning, "LoginServlet::login() setMaxInactiveInterval failed!\n");
   }
   response->sendRedirect(loginTarget(request).c_str());
   return 1;
@@ -113,7 +113,7 @@ int LoginServlet::login(HttpRequest* request, HttpResponse* response) {
 
 int LoginServlet::refuse(HttpRequest* request, HttpResponse* response) {
   failed_ = true;
-  log_log(2, 4, "The password is error!\n");
+  log_log(kWebLog, kLogWarning, "The password is error!\n");
   const std::string client = request->getRemoteAddr();
   if (int* failures = failures_.find(client)) {
     if (++*failures == kAllowedFailures + 1) {
@@ -149,7 +149,8 @@ std::string LoginServlet::loginTarget(HttpRequest* request) {
     target = "/servlet?p=" + std::string(page) + "&q=load";
   }
   if (target.size() < kTargetSize) return target;
-  log_log(2, 4, "LoginServlet::login() target is too long\n");  // half a command could mean something else
+  log_log(kWebLog, kLogWarning,
+          "LoginServlet::login() target is too long\n");  // half a command could mean something else
   return kStatusTarget;
 }
 

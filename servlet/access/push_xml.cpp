@@ -31,9 +31,9 @@ std::string documentInBody(HttpRequest* request) {
 }
 
 bool showDocument(const std::string& document) {
-  log_log(2, 6, "The content length of push xml = %d\n", static_cast<int>(document.size()));
+  log_log(kWebLog, kLogInfo, "The content length of push xml = %d\n", static_cast<int>(document.size()));
   if (!replaceFile(kDocument, document)) {
-    log_log(2, 4, "pushXML() End. failed to open file\n");
+    log_log(kWebLog, kLogWarning, "pushXML() End. failed to open file\n");
     return false;
   }
   postMessage(kPhoneApplication, kShowXml);
@@ -46,7 +46,7 @@ bool ProcessPushXml(HttpRequest* request, bool fromField) {
   const char* address = request->getRemoteAddr();
   const char* field = fromField ? request->getParameter("editPushXML") : nullptr;
   if (fromField && !field) {
-    log_log(2, 4, "pushXML() get value error\n");
+    log_log(kWebLog, kLogWarning, "pushXML() get value error\n");
     return false;
   }
   // A stranger's document is not even read.
@@ -54,6 +54,6 @@ bool ProcessPushXml(HttpRequest* request, bool fromField) {
     const std::string document = fromField ? field : documentInBody(request);
     if (!document.empty()) return showDocument(document);
   }
-  log_log(2, 4, "pushXML() don't have remoteIP, or ip don't match, or xmlvalue is error.\n");
+  log_log(kWebLog, kLogWarning, "pushXML() don't have remoteIP, or ip don't match, or xmlvalue is error.\n");
   return false;
 }

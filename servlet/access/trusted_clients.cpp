@@ -32,30 +32,30 @@ int searchItem(std::string item, const char* address) {
 
 bool IsTrustIP(const char* address) {
   if (!address) {
-    log_log(2, 4, "IsTrustIP() para error.\n");
+    log_log(kWebLog, kLogWarning, "IsTrustIP() para error.\n");
     return false;
   }
   const std::string trusted = readConfigText("AURILimitIP", kTrustListSize);
   if (strcasecmp(trusted.c_str(), "any") == 0) return true;
-  if (trusted.empty()) log_log(2, 4, "proccessActionURI(): Error, URI Limit All IP!\n");
+  if (trusted.empty()) log_log(kWebLog, kLogWarning, "proccessActionURI(): Error, URI Limit All IP!\n");
   OrbList<std::string> items;
   String2List(items, trusted, ',');
   for (const std::string& item : items) {
     if (item.empty()) continue;
     const int result = searchItem(item, address);
     if (result == 0) {
-      log_log(2, 6, "ip match.\n");
+      log_log(kWebLog, kLogInfo, "ip match.\n");
       return true;
     }
-    log_log(2, 6, "%s\n", result == REG_NOMATCH ? "ip no match." : "regexec error");
+    log_log(kWebLog, kLogInfo, "%s\n", result == REG_NOMATCH ? "ip no match." : "regexec error");
   }
-  log_log(2, 4, "ip is not trust.\n");
+  log_log(kWebLog, kLogWarning, "ip is not trust.\n");
   return false;
 }
 
 bool IsTrustServerIP(const char* address, const char* list) {
   if (!address || !list) {
-    log_log(2, 4, "IsTrustServerIP() para error\n");
+    log_log(kWebLog, kLogWarning, "IsTrustServerIP() para error\n");
     return false;
   }
   OrbList<std::string> items;

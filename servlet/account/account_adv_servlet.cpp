@@ -111,7 +111,7 @@ constexpr std::size_t kNumberSize = 256;
 
 int refuse(HttpResponse* response) {
   response->print("no such account!");
-  log_log(2, 4, "AccountAdvServlet::loadConfig(). accountID is illegal\n");
+  log_log(kWebLog, kLogWarning, "AccountAdvServlet::loadConfig(). accountID is illegal\n");
   return 1;
 }
 }  // namespace
@@ -127,7 +127,7 @@ int AccountAdvServlet::onRequest(HttpRequest* request, HttpResponse* response) {
 int AccountAdvServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
   const char* text = request->getParameter("acc");
   if (!text) {
-    log_log(2, 4, "AccountAdvServlet::loadConfig(). accountID is null\n");
+    log_log(kWebLog, kLogWarning, "AccountAdvServlet::loadConfig(). accountID is null\n");
     return 1;
   }
   const std::optional<int> account = validAccount(text);
@@ -147,7 +147,7 @@ int AccountAdvServlet::writeConfig(HttpRequest* request, HttpResponse* response)
   if (IsInTalking(response)) return 1;
   const char* text = request->getParameter("var_accountID");
   if (!text) {
-    log_log(2, 4, " AccountAdvServlet::writeConfig() accountID is NULL\n");
+    log_log(kWebLog, kLogWarning, " AccountAdvServlet::writeConfig() accountID is NULL\n");
     return 1;
   }
   const std::optional<int> account = validAccount(text);

@@ -63,7 +63,7 @@ int AccountBasicServlet::loadConfig(HttpRequest* request, HttpResponse* response
   const char* text = request->getParameter("acc");
   const std::optional<int> account = parseInt(text);
   if (!account) {
-    log_log(2, 4, "AccountBasicServlet::loadConfig(). accountID is null\n");
+    log_log(kWebLog, kLogWarning, "AccountBasicServlet::loadConfig(). accountID is null\n");
     return 1;
   }
   TMPL_varlist* list = readConfigOperate(ACCOUNT_FILE, kShownKeys, nullptr, *account);
@@ -80,12 +80,12 @@ int AccountBasicServlet::writeConfig(HttpRequest* request, HttpResponse* respons
   if (IsInTalking(response)) return 1;
   const char* text = request->getParameter("var_accountID");
   if (!text) {
-    log_log(2, 4, "AccountBasicServlet::writeConfig() accountID is NULL\n");
+    log_log(kWebLog, kLogWarning, "AccountBasicServlet::writeConfig() accountID is NULL\n");
     return 1;
   }
   const std::optional<int> account = validAccount(text);
   if (!account) {
-    log_log(2, 4, "AccountBasicServlet::writeConfig() accountID is invail\n");
+    log_log(kWebLog, kLogWarning, "AccountBasicServlet::writeConfig() accountID is invail\n");
     return 1;
   }
   writeConfigOperate(ACCOUNT_FILE, kStoredKeys, request, *account);

@@ -42,7 +42,7 @@ int AccountCodecServlet::loadConfig(HttpRequest* request, HttpResponse* response
   const int account = parseInt(text).value_or(0);
   OrbList<Codec_Info> codecs;
   if (!GetCodecConfigData(&codecs, account)) {
-    log_log(2, 4, "Get codec config data error!\n");
+    log_log(kWebLog, kLogWarning, "Get codec config data error!\n");
     return 1;
   }
   SortAudioByPriority(&codecs);
@@ -65,12 +65,12 @@ int AccountCodecServlet::writeConfig(HttpRequest* request, HttpResponse* respons
   if (IsInTalking(response)) return 1;
   const char* text = request->getParameter("var_accountID");
   if (!text) {
-    log_log(2, 4, "AccountCodecServlet::writeConfig() accountID is null.\n");
+    log_log(kWebLog, kLogWarning, "AccountCodecServlet::writeConfig() accountID is null.\n");
     return 1;
   }
   const std::optional<int> account = validAccount(text);
   if (!account) {
-    log_log(2, 4, "AccountCodecServlet::loadConfig(). accountID is illegal\n");
+    log_log(kWebLog, kLogWarning, "AccountCodecServlet::loadConfig(). accountID is illegal\n");
     return 1;
   }
   OrbList<Codec_Info> codecs;

@@ -55,7 +55,7 @@ int AccountRegisterServlet::loadConfig(HttpRequest* request, HttpResponse* respo
   const char* text = request->getParameter("acc");
   const std::optional<int> account = parseInt(text);
   if (!account) {
-    log_log(2, 4, "AccountRegisterServlet::loadConfig(). accountID is null\n");
+    log_log(kWebLog, kLogWarning, "AccountRegisterServlet::loadConfig(). accountID is null\n");
     return 1;
   }
   TMPL_varlist* list = readConfigOperate(ACCOUNT_FILE, kKeys, nullptr, *account);
@@ -72,12 +72,12 @@ int AccountRegisterServlet::writeConfig(HttpRequest* request, HttpResponse* resp
   if (IsInTalking(response)) return 1;
   const char* text = request->getParameter("var_accountID");
   if (!text) {
-    log_log(2, 4, " AccountRegisterServlet::writeConfig() accountID is NULL\n");
+    log_log(kWebLog, kLogWarning, " AccountRegisterServlet::writeConfig() accountID is NULL\n");
     return 1;
   }
   const std::optional<int> account = validAccount(text);
   if (!account) {
-    log_log(2, 4, " AccountRegisterServlet::writeConfig() accountID is invail\n");
+    log_log(kWebLog, kLogWarning, " AccountRegisterServlet::writeConfig() accountID is invail\n");
     return 1;
   }
   writeConfigOperate(ACCOUNT_FILE, kKeys, request, *account);

@@ -7,17 +7,16 @@
 #include "framework/phone_messages.h"
 #include "framework/text_utils.h"
 #include "platform/log.h"
-#include "platform/messaging.h"
 
 int answerRegistrationStatus(HttpRequest* request, HttpResponse* response) {
   const std::optional<int> account = parseInt(request->getParameter("acc"));
   if (!account) {
-    log_log(2, 4, "AccountRegisterServlet::askStatus() para error\n");
+    log_log(kWebLog, kLogWarning, "AccountRegisterServlet::askStatus() para error\n");
     return 1;
   }
   int status = 0;
   if (readAccountConfigPlain("AccountEnable", *account, kConfigValueSize) == "1") {
-    status = msgSendMsgToThread(msgGetThreadByName(kPhoneApplication), kRegistrationState, *account, 0);
+    status = sendMessage(kPhoneApplication, kRegistrationState, *account);
   }
   std::string text = std::to_string(status);
   cutText(text, 3);

@@ -36,7 +36,7 @@ int FeaturesBluetoothServlet::loadConfig(HttpRequest* request, HttpResponse* res
 
 int FeaturesBluetoothServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
   if (IsInTalking(response)) {
-    log_log(2, 6, "Talking,please wait...\n");
+    log_log(kWebLog, kLogInfo, "Talking,please wait...\n");
     return 1;
   }
   if (writeConfigOperate(GLOBAL_FILE, "BluetoothSwitch", request, 0) > 0) {

@@ -107,7 +107,7 @@ int FeaturesForwardServlet::loadConfig(HttpRequest* request, HttpResponse* respo
 int FeaturesForwardServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
   if (IsInTalking(response)) return 1;
   if (namesNoAccount(kForwardKind, request) || namesNoAccount(kDndKind, request)) {
-    log_log(2, 4, "FeaturesForwardServlet::writeConfig() account is invalid\n");
+    log_log(kWebLog, kLogWarning, "FeaturesForwardServlet::writeConfig() account is invalid\n");
     SetNoticePage(response, false, "features-forward", "Error:There is no such account!");
     return 1;
   }

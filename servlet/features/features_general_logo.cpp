@@ -52,7 +52,7 @@ bool fitsScreen(const char* file) {
 bool fitsDisk(const char* file) {
   const long free = GetPartionFreeSize(kFolder);
   const long size = GetFileSize(file);
-  log_log(2, 6, "lPartionFreeSize = %ld, lFileSize = %ld\n", free, size);
+  log_log(kWebLog, kLogInfo, "lPartionFreeSize = %ld, lFileSize = %ld\n", free, size);
   return size < free;
 }
 

@@ -64,7 +64,7 @@ TMPL_loop* userRows(std::string_view passwords, std::string_view user) {
 
 bool isOwnPassword(const filePassword& passwords, const std::string& name, HttpRequest* request) {
   if (passwords.IsRightUserPassword(name.c_str(), request->getParameter("editOldPassword"))) return true;
-  log_log(2, 6, "The password is error!\n");
+  log_log(kWebLog, kLogInfo, "The password is error!\n");
   return false;
 }
 
@@ -91,10 +91,10 @@ int SecurityServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
   }
   std::string passwords;
   if (!readFile(kPasswordFile, passwords)) {
-    log_log(2, 4, "no Fount Files\n");
+    log_log(kWebLog, kLogWarning, "no Fount Files\n");
     return 1;
   }
-  log_log(2, 6, "Start getting userType...\n");
+  log_log(kWebLog, kLogInfo, "Start getting userType...\n");
   TMPL_varlist* list = TMPL_add_loop(nullptr, "userTypeLoop", userRows(passwords, user));
   response->renderTemplate("/phone/www/WEB-INFO/template/security.htm", showItemsByLevel(list, request));
   return 1;
@@ -106,10 +106,10 @@ int SecurityServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
   const char* mode = request->getParameter("mode");
   const char* password = request->getParameter("editNewPassword");
   if (user.empty() || !mode || !password) {
-    log_log(2, 4, "SecurityServlet::writeConfig para error\n");
+    log_log(kWebLog, kLogWarning, "SecurityServlet::writeConfig para error\n");
     return 1;
   }
-  log_log(2, 6, "userType = %s, user=%s\n", mode, user.c_str());
+  log_log(kWebLog, kLogInfo, "userType = %s, user=%s\n", mode, user.c_str());
   const std::string identity = identityOf(user);
   std::string name;
   GetNameByIdentity(&name, mode);

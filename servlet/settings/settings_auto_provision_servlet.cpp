@@ -9,7 +9,6 @@
 #include "framework/phone_messages.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
-#include "platform/messaging.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"AutoProvisionEnablePNP",     "AutoProvisionEnableDHCPOption",
@@ -74,7 +73,7 @@ int SettingsAutoProvisionServlet::writeConfig(HttpRequest* request, HttpResponse
   if (IsInTalking(response)) return 1;
   const char* now = request->getParameter("now");
   if (!now) {
-    log_log(2, 4, "SettingsAutoProvisionServlet::writeConfig() para error\n");
+    log_log(kWebLog, kLogWarning, "SettingsAutoProvisionServlet::writeConfig() para error\n");
     return 1;
   }
   writeConfigOperate(GLOBAL_FILE, kStoredKeys, request, 0);
@@ -90,8 +89,7 @@ int SettingsAutoProvisionServlet::writeConfig(HttpRequest* request, HttpResponse
 }
 
 int SettingsAutoProvisionServlet::askResult(HttpRequest*, HttpResponse* response) {
-  const int state = msgSendMsgToThreadTimeoutEx(msgGetThreadByName(kProvisioningService), kProvisioningState, 0, 0,
-                                                kStateTimeout, nullptr, 0);
+  const int state = askFor(kStateTimeout, kProvisioningService, kProvisioningState);
   response->print(state != 0 && state != kMessageNoAnswer ? "autoprovision" : "idle");
   return 1;
 }

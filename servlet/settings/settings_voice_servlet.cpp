@@ -40,7 +40,7 @@ int SettingsVoiceServlet::writeConfig(HttpRequest* request, HttpResponse* respon
   writeConfigOperate(GLOBAL_FILE, kStoredKeys, request, 0);
   const char* jitterType = request->getParameter("JitterType");
   if (!jitterType) {
-    log_log(2, 4, "SettingsVoiceServlet::writeConfig() para error\n");
+    log_log(kWebLog, kLogWarning, "SettingsVoiceServlet::writeConfig() para error\n");
     return 1;
   }
   writeConfigOperate(GLOBAL_FILE, "JitterAdaptive", jitterType, 0);

@@ -1,6 +1,5 @@
 // Commands and documents that other systems send, and the pages that say who may.
 #include "servlet/access/action_uri.h"
-
 #include "servlet/access/push_xml.h"
 #include "servlet/access/trusted_clients.h"
 #include "servlet/contacts/contacts_make_call.h"

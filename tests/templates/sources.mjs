@@ -6,7 +6,7 @@ import { runInNewContext } from "node:vm";
 const top = fileURLToPath(new URL("../../", import.meta.url));
 const www = `${top}rootfs/phone/www/`;
 
-export const read = (folder, ending) => readdirSync(folder)
+export const read = (folder, ending, recursive = false) => readdirSync(folder, { recursive })
   .filter((name) => name.endsWith(ending))
   .map((name) => ({ name, text: readFileSync(`${folder}/${name}`, "utf8") }));
 
@@ -15,7 +15,7 @@ export const pages = read(templateFolder, ".htm");
 export const includes = read(`${templateFolder}/include`, ".htm");
 export const templates = [...pages, ...includes];
 export const scripts = read(`${www}htdocs/js`, ".js");
-export const handlers = ["servlet", "framework"].flatMap((folder) => read(top + folder, ".cpp").concat(read(top + folder, ".h")));
+export const handlers = ["servlet", "framework"].flatMap((folder) => [".cpp", ".h"].flatMap((ending) => read(top + folder, ending, true)));
 
 // {name, code, direction, texts}, and in `places` the texts by where they stand: "" is the language's own file, each
 // other one a section of pages, whose file a page loads when its name begins so.

@@ -1,0 +1,85 @@
+// The protocol of the phone's applications: their threads, the messages that each takes, and the codes in them.
+// wParam and lParam are 0 and the answer means nothing where nothing else is said; texts travel with their final NUL.
+#pragma once
+
+// --- Threads, by the names that msgGetThreadByName() takes.
+
+inline constexpr char kPhoneApplication[] = "app_hostapp";
+inline constexpr char kScreenApplication[] = "app_dispsvc";
+inline constexpr char kSipClient[] = "app_sipClient";  // followed by the account's index
+inline constexpr char kCaptureService[] = "app_pcapServer";
+inline constexpr char kProvisioningService[] = "autoServer";
+inline constexpr char kUpgradeManager[] = "smGui";
+inline constexpr char kBluetoothService[] = "bluetooththread";
+
+// --- To every application, or to the phone application alone.
+
+inline constexpr unsigned kConfigChanged = 0x10007;  // CONFIG_CHANGED: wParam = ConfigArea, lParam = detail
+
+// What part of the configuration changed. The detail is 0 where nothing else is said.
+enum class ConfigArea : int {
+  kForward = 1,
+  kAccountAdvanced = 2,
+  kAccount = 3,  // detail = account index
+  kDialPlan = 4,
+  kDialNow = 6,
+  kLocalContacts = 8,
+  kNetwork = 9,
+  kAudio = 11,
+  kTones = 12,
+  kAccountBasic = 13,
+  kVoice = 0x11,
+  kAreaCode = 0x12,
+  kBlockOut = 0x13,
+  kPhoneLock = 0x14,
+  kLogo = 0x15,
+  kTr069 = 0x17,
+  kAutoRedial = 0x1a,
+  kSip = 0x1c,
+  kIntercom = 0x1d,
+  kDnd = 0x1e,
+  kCallCompletion = 0x20,
+  kFeatureKeySync = 0x25,
+  kActionUrl = 0x26,
+  kAcd = 0x27,
+  kCallLog = 0x28,
+  kMulticast = 0x2a,
+  kRings = 0x39,
+  kPowerLight = 0x5a,
+};
+
+// --- To the phone application.
+
+inline constexpr unsigned kServerChanged = 0x1000b;      // another provisioning server was set
+inline constexpr unsigned kReboot = 0x10101;             // wParam = delay in seconds
+inline constexpr unsigned kRegistrationState = 0x30006;  // wParam = account; answers a RegistrationStatus
+inline constexpr unsigned kTalkingState = 0x30007;       // lParam = 1; answers 0 while a call is in progress
+inline constexpr unsigned kExpansionKeys = 0x3000e;      // answers the key modules: count in 4 bits, kind above
+inline constexpr unsigned kActionUri = 0x30017;          // text = a "key" or "number" command
+inline constexpr unsigned kShowXml = 0x3001a;            // a pushed XML document is there
+inline constexpr unsigned kExportConfig = 0x3001f;  // text = a "phonecfg" command; answers 1 when its file is ready
+inline constexpr unsigned kRedirectCall = 0x30020;  // text = a "redirectcall" command
+inline constexpr unsigned kForwardCall = 0x30021;   // text = a "forward" command
+inline constexpr unsigned kBusyLampsChanged = 0x30029;
+inline constexpr unsigned kMakeCall =
+    0xa0002;  // wParam = origin and account, text = number; answers non-zero: it dials
+
+// How the registration of an account stands.
+enum RegistrationStatus : int {
+  kDisabled = 0,
+  kRegistering = 1,
+  kRegistered = 2,
+  kRegisterFailed = 3,
+  kUnregistered = 4,
+  kRegisteredAgain = 5,
+  kInexistent = 6,
+};
+
+// --- To the provisioning service.
+
+inline constexpr unsigned kProvisioningState = 0xa0001;  // answers non-zero while provisioning runs
+inline constexpr unsigned kProvisionNow = 0xb0001;
+
+// --- To the Bluetooth service.
+
+inline constexpr unsigned kBluetoothSwitch = 0xa59;  // wParam = the switch
