@@ -5,35 +5,8 @@
 
 #include "host/spool_buffer.h"
 #include "host/template_renderer.h"
-#include "servlet/account/account_adv_servlet.h"
-#include "servlet/account/account_basic_servlet.h"
-#include "servlet/account/account_codec_servlet.h"
-#include "servlet/account/account_register_servlet.h"
-#include "servlet/contacts/contacts_multicast_ip_servlet.h"
-#include "servlet/features/features_acd_servlet.h"
-#include "servlet/features/features_actionurl_servlet.h"
-#include "servlet/features/features_audio_servlet.h"
-#include "servlet/features/features_bluetooth_servlet.h"
-#include "servlet/features/features_callpickup_servlet.h"
-#include "servlet/features/features_forward_servlet.h"
-#include "servlet/features/features_general_servlet.h"
-#include "servlet/features/features_intercom_servlet.h"
-#include "servlet/features/features_phonelock_servlet.h"
-#include "servlet/features/features_remote_contrl_servlet.h"
-#include "servlet/features/features_transfer_servlet.h"
-#include "servlet/network/network_pcport_servlet.h"
-#include "servlet/network/network_servlet.h"
-#include "servlet/security/security_servlet.h"
-#include "servlet/settings/settings_areacode_servlet.h"
-#include "servlet/settings/settings_auto_provision_servlet.h"
-#include "servlet/settings/settings_ring_servlet.h"
-#include "servlet/settings/settings_tones_servlet.h"
-#include "servlet/settings/settings_tr069_servlet.h"
-#include "servlet/settings/settings_voice_servlet.h"
-#include "servlet/status/hidden_servlet.h"
-#include "servlet/status/status_servlet.h"
 #include "simulator/simulator.h"
-#include "tests/support/phone_test.h"
+#include "tests/support/page_test.h"
 
 namespace {
 
@@ -70,7 +43,7 @@ std::filesystem::path phoneRoot() {
   return folder.path() / "phone";
 }
 
-FakeRequest requestFor(const char* action, std::multimap<std::string, std::string> fields) {
+FakeRequest requestFor(const char* action, Fields fields) {
   FakeRequest request;
   request.fields = std::move(fields);
   request.fields.emplace("q", action);
@@ -78,13 +51,10 @@ FakeRequest requestFor(const char* action, std::multimap<std::string, std::strin
   return request;
 }
 
-using Fields = std::multimap<std::string, std::string>;
-
 // The handler alone: reading the settings and building the template's list.
-template <class Page>
-void load(benchmark::State& state, const Fields& fields) {
+void load(benchmark::State& state, const std::string& name, const Fields& fields) {
   phoneRoot();
-  Page page;
+  HttpServlet& page = pageHandler(name);
   FakeRequest request = requestFor("load", fields);
   request.session = &request.ownSession;
   for (auto _ : state) {
@@ -96,10 +66,9 @@ void load(benchmark::State& state, const Fields& fields) {
 }
 
 // Storing one changed field, down to the file.
-template <class Page>
-void save(benchmark::State& state, Fields fields, const char* changing) {
+void save(benchmark::State& state, const std::string& name, Fields fields, const char* changing) {
   phoneRoot();
-  Page page;
+  HttpServlet& page = pageHandler(name);
   int value = 0;
   for (auto _ : state) {
     const TemplateArena arena;
@@ -113,10 +82,9 @@ void save(benchmark::State& state, Fields fields, const char* changing) {
 }
 
 // The template alone: filling it from a list that stands, and rendering.
-template <class Page>
-void render(benchmark::State& state, const Fields& fields) {
+void render(benchmark::State& state, const std::string& name, const Fields& fields) {
   const std::filesystem::path root = phoneRoot();
-  Page page;
+  HttpServlet& page = pageHandler(name);
   const TemplateArena arena;
   FakeRequest request = requestFor("load", fields);
   request.session = &request.ownSession;
@@ -134,44 +102,43 @@ void render(benchmark::State& state, const Fields& fields) {
 }
 
 // One page in all three ways; `changing` is the field that each save changes.
-template <class Page>
 void add(const std::string& name, const Fields& fields, const char* changing) {
-  benchmark::RegisterBenchmark(("load/" + name).c_str(), load<Page>, fields);
-  benchmark::RegisterBenchmark(("render/" + name).c_str(), render<Page>, fields);
-  if (changing) benchmark::RegisterBenchmark(("save/" + name).c_str(), save<Page>, fields, changing);
+  benchmark::RegisterBenchmark(("load/" + name).c_str(), load, name, fields);
+  benchmark::RegisterBenchmark(("render/" + name).c_str(), render, name, fields);
+  if (changing) benchmark::RegisterBenchmark(("save/" + name).c_str(), save, name, fields, changing);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  add<FeaturesACDServlet>("features-acd", {}, "ACDAutoAvailableTime");
-  add<NetworkServlet>("network", {}, "NetworkPppoeUser");
-  add<NetworkPCPortServlet>("network-pcport", {}, "NetworkLanRouterIP");
+  add("features-acd", {}, "ACDAutoAvailableTime");
+  add("network", {}, "NetworkPppoeUser");
+  add("network-pcport", {}, "NetworkLanRouterIP");
   const Fields kAccount{{"acc", "0"}, {"var_accountID", "0"}};
-  add<AccountRegisterServlet>("account-register", kAccount, "AccountLabel");
-  add<StatusServlet>("status", {}, nullptr);
-  add<FeaturesForwardServlet>("features-forward", {{"ForwardMode", "0"}}, "BusyForwardTarget");
-  add<FeaturesGeneralServlet>("features-general", {}, "HotlineNumber");
-  add<FeaturesAudioServlet>("features-audio", {}, "RingerDevice");
-  add<FeaturesIntercomServlet>("features-intercom", {}, "IntercomToneSwitch");
-  add<FeaturesTransferServlet>("features-transfer", {}, "TransferModeViaDsskey");
-  add<FeaturesCallpickupServlet>("features-callpickup", {}, "GPickupCode");
-  add<FeaturesRemoteContrlServlet>("features-remotecontrl", {}, "PushXMLServerIP");
-  add<FeaturesPhonelockServlet>("features-phonelock", {}, "LockTimeout");
-  add<FeaturesActionurlServlet>("features-actionurl", {}, "AUMute");
-  add<FeaturesBluetoothServlet>("features-bluetooth", {}, "BluetoothSwitch");
-  add<AccountBasicServlet>("account-basic", kAccount, "AccountProxyRequire");
-  add<AccountCodecServlet>("account-codec", kAccount, nullptr);
-  add<AccountAdvServlet>("account-adv", kAccount, "AccountPtime");
-  add<SettingsRingServlet>("settings-ring", {}, "Text");
-  add<SettingsVoiceServlet>("settings-voice", {{"JitterType", "1"}}, "JitterMin");
-  add<SettingsTonesServlet>("settings-tones", {}, "ToneDial");
-  add<SettingsAreacodeServlet>("settings-areacode", {}, "AreaCode");
-  add<SettingsAutoProvisionServlet>("settings-autop", {{"now", "false"}}, "AutoProvisionUser");
-  add<SettingsTr069Servlet>("settings-tr069", {}, "TR069ServerURL");
-  add<ContactsMulticastIPServlet>("contacts-multicastIP", {}, "ListenAddress1Label");
-  add<SecurityServlet>("security", {}, nullptr);
-  add<HiddenServlet>("hidden", {}, "HeadsetSend");
+  add("account-register", kAccount, "AccountLabel");
+  add("status", {}, nullptr);
+  add("features-forward", {{"ForwardMode", "0"}}, "BusyForwardTarget");
+  add("features-general", {}, "HotlineNumber");
+  add("features-audio", {}, "RingerDevice");
+  add("features-intercom", {}, "IntercomToneSwitch");
+  add("features-transfer", {}, "TransferModeViaDsskey");
+  add("features-callpickup", {}, "GPickupCode");
+  add("features-remotecontrl", {}, "PushXMLServerIP");
+  add("features-phonelock", {}, "LockTimeout");
+  add("features-actionurl", {}, "AUMute");
+  add("features-bluetooth", {}, "BluetoothSwitch");
+  add("account-basic", kAccount, "AccountProxyRequire");
+  add("account-codec", kAccount, nullptr);
+  add("account-adv", kAccount, "AccountPtime");
+  add("settings-ring", {}, "Text");
+  add("settings-voice", {{"JitterType", "1"}}, "JitterMin");
+  add("settings-tones", {}, "ToneDial");
+  add("settings-areacode", {}, "AreaCode");
+  add("settings-autop", {{"now", "false"}}, "AutoProvisionUser");
+  add("settings-tr069", {}, "TR069ServerURL");
+  add("contacts-multicastIP", {}, "ListenAddress1Label");
+  add("security", {}, nullptr);
+  add("hidden", {}, "HeadsetSend");
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

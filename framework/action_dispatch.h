@@ -31,14 +31,3 @@ int dispatch(Page& page, const Action<Page> (&actions)[N], UnknownAction unknown
   if (unknown == UnknownAction::kNotFound) response->sendError(404);
   return 1;
 }
-
-// True when no text of a table occurs twice; null entries do not count.
-template <std::size_t N>
-consteval bool allUnique(const char* const (&texts)[N]) {
-  for (std::size_t i = 0; i < N; ++i) {
-    for (std::size_t j = i + 1; j < N; ++j) {
-      if (texts[i] && texts[j] && std::string_view(texts[i]) == texts[j]) return false;
-    }
-  }
-  return true;
-}

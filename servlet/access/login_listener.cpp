@@ -1,5 +1,4 @@
-#include "servlet/access/login_listener.h"
-
+// The request filter: decides for every request whether its page may have it.
 #include <algorithm>
 #include <cctype>
 #include <list>
@@ -10,6 +9,7 @@
 #include "framework/file_password.h"
 #include "framework/file_utils.h"
 #include "framework/page_factory.h"
+#include "framework/servlet_base.h"
 #include "framework/session_login.h"
 #include "framework/text_utils.h"
 #include "platform/boot_environment.h"
@@ -131,6 +131,12 @@ int runWithCredentials(HttpRequest* request, HttpResponse* response, const Query
 }
 
 }  // namespace
+
+class LoginListener : public HttpListener {
+ public:
+  // 1: the request goes on to its page. 0: it was answered here, by the way to the login form or a refusal.
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+};
 
 int LoginListener::onRequest(HttpRequest* request, HttpResponse* response) {
   const Query query = queryOf(request);

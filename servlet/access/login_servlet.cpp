@@ -1,11 +1,14 @@
-#include "servlet/access/login_servlet.h"
-
+// The page "login": logging in and out, and the lock-out of clients that guess passwords.
+#include <ctime>
+#include <string>
 #include <string_view>
 
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/file_password.h"
+#include "framework/orb_hash_map.h"
 #include "framework/page_factory.h"
+#include "framework/servlet_base.h"
 #include "framework/session_login.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
@@ -42,6 +45,29 @@ bool isVarSwitchedOff(const std::string& identity) {
 }
 
 }  // namespace
+
+// One object serves all clients, one request at a time.
+class LoginServlet : public HttpServlet {
+ public:
+  LoginServlet();
+
+  int init() override;
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loginForm(HttpRequest* request, HttpResponse* response);
+  int login(HttpRequest* request, HttpResponse* response);
+  int logout(HttpRequest* request, HttpResponse* response);
+
+  int refuse(HttpRequest* request, HttpResponse* response);
+  bool isLockedOut(HttpRequest* request);
+  std::string loginTarget(HttpRequest* request);
+
+  OrbHashMap<std::string, int> failures_;  // failed attempts by client address
+  std::time_t lockTime_ = 0;               // when a client was last locked out; shared by all
+  bool failed_ = false;                    // the next form shows the error notice
+  std::string savedUri_;                   // the Action URI to go on with after the login
+};
 
 LoginServlet::LoginServlet() : failures_(kBuckets) {}
 

@@ -1,5 +1,4 @@
-#include "servlet/account/account_adv_servlet.h"
-
+// The page "account-adv": how an account speaks SIP.
 #include <optional>
 #include <string>
 
@@ -7,10 +6,13 @@
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
+#include "servlet/account/account_tabs.h"
 
 namespace {
 constexpr const char* kKeys[] = {"AccountExpire",
@@ -105,7 +107,7 @@ constexpr const char* kItems[] = {"SwitchAccount",
                                   "AdvOutDialogBLF",
                                   "AdvVoiceMail"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(areTabsOf(kMenu, kAccountTabs) && allUnique(kKeys) && allUnique(kMenu) && allUnique(kItems));
 
 constexpr std::size_t kNumberSize = 256;
 
@@ -115,6 +117,16 @@ int refuse(HttpResponse* response) {
   return 1;
 }
 }  // namespace
+
+class AccountAdvServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int AccountAdvServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<AccountAdvServlet> kActions[] = {

@@ -1,5 +1,4 @@
-#include "servlet/account/account_basic_servlet.h"
-
+// The page "account-basic": what an account does on its own.
 #include <optional>
 #include <string>
 
@@ -8,11 +7,14 @@
 #include "framework/config_operate.h"
 #include "framework/media_lists.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
+#include "servlet/account/account_tabs.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"AccountProxyRequire",
@@ -33,7 +35,7 @@ constexpr const char* kStoredKeys[] = {"AccountProxyRequire",
                                        "AccountRejectAnonymousRejectOnCode",
                                        "AccountRejectAnonymousRejectOffCode",
                                        "AccountMissCallLog"};
-constexpr const char* kMenu[] = {"account-basic", "account-register", "account-codec", "account-adv"};
+constexpr auto kMenu = ownTabFirst(kAccountTabs, "account-basic");
 constexpr const char* kItems[] = {"SwitchAccount",
                                   "AccountBasicProxyRequire",
                                   "AccountBasicAnonymousCallEnabled",
@@ -46,10 +48,20 @@ constexpr const char* kItems[] = {"SwitchAccount",
                                   "AccountBasicAutoAnswer",
                                   "AccountBasicRingType"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kItems));
 
 constexpr std::size_t kRingSize = 512;
 }  // namespace
+
+class AccountBasicServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int AccountBasicServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<AccountBasicServlet> kActions[] = {

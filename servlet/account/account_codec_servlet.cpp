@@ -1,5 +1,4 @@
-#include "servlet/account/account_codec_servlet.h"
-
+// The page "account-codec": which codecs an account uses, in which order.
 #include <optional>
 #include <string>
 
@@ -7,19 +6,22 @@
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/text_list.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
 #include "servlet/account/account_codec_list.h"
+#include "servlet/account/account_tabs.h"
 
 namespace {
 constexpr const char* kMenu[] = {"account-codec", "account-basic", "account-adv"};
 constexpr const char* kItems[] = {"SwitchAccount", "AccountCodecsGroup"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 512};
-static_assert(allUnique(kMenu) && allUnique(kItems));
+static_assert(areTabsOf(kMenu, kAccountTabs) && allUnique(kMenu) && allUnique(kItems));
 
 // The entries of a list field; an absent field is an empty list.
 OrbList<std::string> entriesOf(HttpRequest* request, const char* field) {
@@ -28,6 +30,16 @@ OrbList<std::string> entriesOf(HttpRequest* request, const char* field) {
   return entries;
 }
 }  // namespace
+
+class AccountCodecServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int AccountCodecServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<AccountCodecServlet> kActions[] = {

@@ -1,8 +1,19 @@
-#include "servlet/account/account_register_lync_servlet.h"
-
+// The registration status alone, for phones whose accounts are set up by their server.
 #include "framework/action_dispatch.h"
 #include "framework/page_factory.h"
+#include "framework/servlet_base.h"
 #include "servlet/account/account_registration_status.h"
+
+class AccountRegisterLyncServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);   // answers nothing
+  int writeConfig(HttpRequest* request, HttpResponse* response);  // answers nothing
+  int askStatus(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);  // adds nothing
+};
 
 int AccountRegisterLyncServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<AccountRegisterLyncServlet> kActions[] = {

@@ -1,5 +1,4 @@
-#include "servlet/account/account_register_servlet.h"
-
+// The page "account-register": how an account registers with its SIP servers.
 #include <optional>
 #include <string>
 
@@ -7,13 +6,16 @@
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
 #include "servlet/account/account_registration_status.h"
 #include "servlet/account/account_servers.h"
+#include "servlet/account/account_tabs.h"
 
 namespace {
 
@@ -21,7 +23,7 @@ constexpr const char* kKeys[] = {"AccountEnable",       "AccountLabel",         
                                  "AccountRegisterName", "AccountUserName",      "AccountOutboundSwitch",
                                  "AccountTransport",    "AccountStunSwitch",    "AccountStunServerHost",
                                  "AccountSTUNPort",     "AccountOutboundProxy", "AccountOutboundPort"};
-constexpr const char* kMenu[] = {"account-register", "account-basic", "account-codec", "account-adv"};
+constexpr const auto& kMenu = kAccountTabs;
 constexpr const char* kItems[] = {"SwitchAccount",
                                   "RegisterLineActive",
                                   "RegisterAccountLabel",
@@ -38,9 +40,20 @@ constexpr const char* kItems[] = {"SwitchAccount",
                                   "RegisterSTUNServer",
                                   "RegisterAccountStatus"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kKeys) && allUnique(kItems));
 
 }  // namespace
+
+class AccountRegisterServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  int askStatus(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int AccountRegisterServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<AccountRegisterServlet> kActions[] = {

@@ -1,21 +1,22 @@
-#include "servlet/contacts/contacts_multicast_ip_servlet.h"
-
+// The page "contacts-multicastIP": paging calls that the phone listens to.
 #include <string>
 
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/contacts/contacts_tabs.h"
 
 namespace {
 constexpr const char* kKeys[] = {"ReceiveActive", "ReceivePriority"};
-constexpr const char* kMenu[] = {"contacts-multicastIP", "contacts-basic",     "contacts-remote",  "contacts-callinfo",
-                                 "contacts-LDAP",        "contacts-broadsoft", "contacts-favorite"};
+constexpr auto kMenu = ownTabFirst(kContactsTabs, "contacts-multicastIP");
 constexpr const char* kItems[] = {"MulticastIPReceivePriority", "MulticastIPConfig", "MulticastIPPagePriorityActive"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 512};
-static_assert(allUnique(kKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kKeys) && allUnique(kItems));
 
 constexpr int kAddresses = 10;
 constexpr std::size_t kFieldSize = 128;
@@ -42,6 +43,16 @@ TMPL_loop* addressRows() {
   return rows;
 }
 }  // namespace
+
+class ContactsMulticastIPServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int ContactsMulticastIPServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<ContactsMulticastIPServlet> kActions[] = {

@@ -1,22 +1,31 @@
-#include "servlet/features/features_acd_servlet.h"
-
+// The page "features-acd": automatic call distribution.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 constexpr const char* kKeys[] = {"EnableACDAutoAvailable", "ACDAutoAvailableTime"};
-constexpr const char* kMenu[] = {"features-acd",        "features-forward",   "features-general",
-                                 "features-audio",      "features-intercom",  "features-transfer",
-                                 "features-callpickup", "features-remote",    "features-phonelock",
-                                 "features-sms",        "features-actionurl", "features-bluetooth"};
+constexpr auto kMenu = ownTabFirst(kFeaturesTabs, "features-acd");
 constexpr const char* kItems[] = {"FeaturesACDAutoAvailable", "FeaturesACDAutoAvailableTimer"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kKeys) && allUnique(kItems));
 }  // namespace
+
+class FeaturesACDServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesACDServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesACDServlet> kActions[] = {

@@ -1,11 +1,13 @@
-#include "servlet/features/features_actionurl_servlet.h"
-
+// The page "features-actionurl": addresses that the phone calls on its events.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 constexpr const char* kKeys[] = {"AUSetupCompleted",
@@ -42,10 +44,7 @@ constexpr const char* kKeys[] = {"AUSetupCompleted",
                                  "AUTransferFinished",
                                  "AUTransferFailed",
                                  "AUForwardIncomingCall"};
-constexpr const char* kMenu[] = {"features-actionurl",  "features-forward",  "features-general",
-                                 "features-audio",      "features-intercom", "features-transfer",
-                                 "features-callpickup", "features-remote",   "features-phonelock",
-                                 "features-acd",        "features-sms",      "features-bluetooth"};
+constexpr auto kMenu = ownTabFirst(kFeaturesTabs, "features-actionurl");
 constexpr const char* kItems[] = {"FeaturesSetupComplete",
                                   "FeaturesLogOn",
                                   "FeaturesLogOff",
@@ -81,8 +80,18 @@ constexpr const char* kItems[] = {"FeaturesSetupComplete",
                                   "FeaturesTransferFinished",
                                   "FeaturesForwardIncomingCall"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kKeys) && allUnique(kItems));
 }  // namespace
+
+class FeaturesActionurlServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesActionurlServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesActionurlServlet> kActions[] = {

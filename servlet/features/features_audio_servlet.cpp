@@ -1,25 +1,34 @@
-#include "servlet/features/features_audio_servlet.h"
-
+// The page "features-audio": tones and the ringing device.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 constexpr const char* kKeys[] = {"CallWaitingToneSwitch", "VolumeButtonSoundOn", "VolumeSendKeySoundOn",
                                  "ReDialtoneNumber", "RingerDevice"};
-constexpr const char* kMenu[] = {"features-audio",    "features-forward",   "features-general",
-                                 "features-intercom", "features-transfer",  "features-callpickup",
-                                 "features-remote",   "features-phonelock", "features-acd",
-                                 "features-sms",      "features-actionurl", "features-bluetooth"};
+constexpr auto kMenu = ownTabFirst(kFeaturesTabs, "features-audio");
 constexpr const char* kItems[] = {
     "FeaturesCallWaitingTone",   "FeaturesButtonSound",       "FeaturesSendSound",          "FeaturesRingerDev",
     "FeaturesHeadsetSendVolume", "FeaturesHandsetSendVolume", "FeaturesHandfreeSendVolume", "FeaturesRedialTone"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kKeys) && allUnique(kItems));
 }  // namespace
+
+class FeaturesAudioServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesAudioServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesAudioServlet> kActions[] = {

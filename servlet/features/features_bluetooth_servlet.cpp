@@ -1,13 +1,15 @@
-#include "servlet/features/features_bluetooth_servlet.h"
-
+// The page "features-bluetooth": the Bluetooth headset.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 constexpr const char* kKeys[] = {"BluetoothSwitch"};
@@ -17,8 +19,18 @@ constexpr const char* kMenu[] = {"features-bluetooth", "features-forward",   "fe
                                  "features-bluetooth"};
 constexpr const char* kItems[] = {"GPickupSwitch"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kKeys) && allUnique(kItems));
+static_assert(areTabsOf(kMenu, kFeaturesTabs) && allUnique(kKeys) && allUnique(kItems));
 }  // namespace
+
+class FeaturesBluetoothServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesBluetoothServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesBluetoothServlet> kActions[] = {

@@ -1,10 +1,12 @@
-#include "servlet/features/features_callpickup_servlet.h"
-
+// The page "features-callpickup": picking up and parking calls.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"GPickupSwitch",
@@ -22,14 +24,21 @@ constexpr const char* kStoredKeys[] = {"GPickupSwitch",         "GPickupCode",  
                                        "DPickupCode",           "PickupAllowBlfRing",  "IndicationBLFPickup",
                                        "CallParkSwitch",        "GroupCallParkSwitch", "CallParkVisualNotifySwitch",
                                        "CallParkRingNotifyType"};
-constexpr const char* kMenu[] = {"features-callpickup", "features-forward",   "features-general",
-                                 "features-audio",      "features-intercom",  "features-transfer",
-                                 "features-remote",     "features-phonelock", "features-acd",
-                                 "features-sms",        "features-actionurl", "features-bluetooth"};
+constexpr auto kMenu = ownTabFirst(kFeaturesTabs, "features-callpickup");
 constexpr const char* kItems[] = {"FeaturesCallPickup", "FeaturesCallPark"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 512};
-static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kItems));
 }  // namespace
+
+class FeaturesCallpickupServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesCallpickupServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesCallpickupServlet> kActions[] = {

@@ -1,24 +1,23 @@
-#include "servlet/features/features_forward_servlet.h"
-
+// The page "features-forward": passing calls on, and do not disturb.
 #include <string>
 #include <vector>
 
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
 #include "servlet/features/features_forward_settings.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 
 constexpr const char* kEmergencyKeys[] = {"DNDEmergencySwitch", "DNDEmergencyNumberList"};
-constexpr const char* kMenu[] = {"features-forward",  "features-general",   "features-audio",
-                                 "features-intercom", "features-transfer",  "features-callpickup",
-                                 "features-remote",   "features-phonelock", "features-acd",
-                                 "features-sms",      "features-actionurl", "features-bluetooth"};
+constexpr const auto& kMenu = kFeaturesTabs;
 constexpr const char* kItems[] = {"FeaturesHeadForward",
                                   "FeaturesAlwaysForward",
                                   "FeaturesForwardMode",
@@ -43,7 +42,7 @@ constexpr const char* kItems[] = {"FeaturesHeadForward",
                                   "FeaturesDNDAccount",
                                   "FeaturesDNDStatus"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kEmergencyKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kEmergencyKeys) && allUnique(kItems));
 
 constexpr int kMostRings = 20;
 constexpr int kSecondsPerRing = 6;
@@ -81,6 +80,16 @@ TMPL_loop* accountRows(const std::vector<EnabledAccount>& accounts) {
 }
 
 }  // namespace
+
+class FeaturesForwardServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesForwardServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesForwardServlet> kActions[] = {

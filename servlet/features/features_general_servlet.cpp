@@ -1,12 +1,14 @@
-#include "servlet/features/features_general_servlet.h"
-
+// The page "features-general": what has no page of its own, and the logo.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
 #include "servlet/features/features_general_logo.h"
 #include "servlet/features/features_general_settings.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"CallWaitingSwitch",
@@ -72,10 +74,7 @@ constexpr const char* kShownKeys[] = {"CallWaitingSwitch",
                                       "TextLogo",
                                       "EnableVoiceMailTone",
                                       "DhcpHostnameValue"};
-constexpr const char* kMenu[] = {"features-general",  "features-forward",   "features-audio",
-                                 "features-intercom", "features-transfer",  "features-callpickup",
-                                 "features-remote",   "features-phonelock", "features-acd",
-                                 "features-sms",      "features-actionurl", "features-bluetooth"};
+constexpr auto kMenu = ownTabFirst(kFeaturesTabs, "features-general");
 constexpr const char* kItems[] = {"FeaturesCallWaiting",
                                   "FeaturesAutoRedial",
                                   "FeaturesAutoRedialInterval",
@@ -125,8 +124,20 @@ constexpr const char* kItems[] = {"FeaturesCallWaiting",
                                   "FeaturesVoiceMailTone",
                                   "FeaturesDhcpHostname"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 2048};
-static_assert(allUnique(kShownKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kShownKeys) && allUnique(kItems));
 }  // namespace
+
+class FeaturesGeneralServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  int UploadLogoFile(HttpRequest* request, HttpResponse* response);
+  int DeleteLogoFile(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesGeneralServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesGeneralServlet> kActions[] = {

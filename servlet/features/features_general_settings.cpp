@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
+#include "framework/page_tables.h"
 #include "framework/phone_messages.h"
 #include "framework/session_login.h"
 

@@ -1,11 +1,13 @@
-#include "servlet/features/features_intercom_servlet.h"
-
+// The page "features-intercom": calls that are answered by the phone itself.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"IntercomAllowance", "IntercomMuteSwitch", "IntercomToneSwitch",
@@ -19,8 +21,19 @@ constexpr const char* kMenu[] = {"features-intercom", "features-general",   "fea
 constexpr const char* kItems[] = {"FeaturesAllowIntercom", "FeaturesIntercomMute", "FeaturesIntercomTone",
                                   "FeaturesIntercomBarge"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(areTabsOf(kMenu, kFeaturesTabs) && allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu) &&
+              allUnique(kItems));
 }  // namespace
+
+class FeaturesIntercomServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesIntercomServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesIntercomServlet> kActions[] = {

@@ -1,5 +1,4 @@
-#include "servlet/features/features_phonelock_servlet.h"
-
+// The page "features-phonelock": locking the keys.
 #include <string>
 #include <string_view>
 
@@ -7,23 +6,23 @@
 #include "framework/config_operate.h"
 #include "framework/file_password.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/registry.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 constexpr const char* kKeys[] = {"LockEnable", "PhoneLock", "LockTimeout", "EmergencyNumberList"};
 constexpr const char* kLockKeys[] = {"LockTimeout", "LockEnable", "PhoneLock"};
-constexpr const char* kMenu[] = {"features-phonelock",  "features-forward",   "features-general",
-                                 "features-audio",      "features-intercom",  "features-transfer",
-                                 "features-callpickup", "features-remote",    "features-acd",
-                                 "features-sms",        "features-actionurl", "features-bluetooth"};
+constexpr auto kMenu = ownTabFirst(kFeaturesTabs, "features-phonelock");
 constexpr const char* kItems[] = {"PhoneKeyboardLock", "PhoneUnlockPIN", "PhoneLockTimeout", "PhoneEmergencySetting",
                                   "PhoneLockEnable"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kKeys) && allUnique(kLockKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kKeys) && allUnique(kLockKeys) && allUnique(kItems));
 
 constexpr std::size_t kHashSize = 128;
 
@@ -40,6 +39,16 @@ void storePin(const char* pin) {
   ini->registryFlush();
 }
 }  // namespace
+
+class FeaturesPhonelockServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesPhonelockServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesPhonelockServlet> kActions[] = {

@@ -1,22 +1,32 @@
-#include "servlet/features/features_remote_contrl_servlet.h"
-
+// The page "features-remotecontrl": which systems may command the phone.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"PushXMLServerIP", "EnableSIPNotifyPushXML", "PushXMLBlockInCalling",
                                       "AURILimitIP"};
 constexpr const char* kStoredKeys[] = {"PushXMLServerIP", "EnableSIPNotifyPushXML", "PushXMLBlockInCalling"};
-constexpr const char* kMenu[] = {"features-remote",   "features-forward",  "features-general",    "features-audio",
-                                 "features-intercom", "features-transfer", "features-callpickup", "features-phonelock",
-                                 "features-acd",      "features-sms",      "features-actionurl",  "features-bluetooth"};
+constexpr auto kMenu = ownTabFirst(kFeaturesTabs, "features-remote");
 constexpr const char* kItems[] = {"FeaturesPushxmlServerAddr", "FeaturesXMLSIPNotify", "FeaturesActionURILimitIP"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kItems));
 }  // namespace
+
+class FeaturesRemoteContrlServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesRemoteContrlServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesRemoteContrlServlet> kActions[] = {

@@ -1,28 +1,36 @@
-#include "servlet/features/features_transfer_servlet.h"
-
+// The page "features-transfer": how calls are passed on.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/features/features_tabs.h"
 
 namespace {
 constexpr const char* kKeys[] = {"SemiAttendedTranSwitch", "OnhookBlindTranSwitch", "OnhookAttendTranSwitch",
                                  "TranAfterConfExitSwitch", "TransferModeViaDsskey"};
 constexpr const char* kQuietKeys[] = {"OnhookAttendTranSwitch", "TransferModeViaDsskey"};
 constexpr const char* kSipKeys[] = {"OnhookBlindTranSwitch", "SemiAttendedTranSwitch", "TranAfterConfExitSwitch"};
-constexpr const char* kMenu[] = {"features-transfer", "features-forward",   "features-general",
-                                 "features-audio",    "features-intercom",  "features-callpickup",
-                                 "features-remote",   "features-phonelock", "features-acd",
-                                 "features-sms",      "features-actionurl", "features-bluetooth"};
+constexpr auto kMenu = ownTabFirst(kFeaturesTabs, "features-transfer");
 constexpr const char* kItems[] = {"FeaturesSemiAttendTransfer", "FeaturesSemiAttendTransOnHook",
                                   "FeaturesBlindTranOnhook",    "FeaturesTransferonConferenceHangup",
                                   "FeaturesDsskeyBlindTran",    "FeaturesTransferModeViaDsskey"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kKeys) && allUnique(kQuietKeys) && allUnique(kSipKeys) && allUnique(kMenu) &&
-              allUnique(kItems));
+static_assert(allUnique(kKeys) && allUnique(kQuietKeys) && allUnique(kSipKeys) && allUnique(kItems));
 }  // namespace
+
+class FeaturesTransferServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int FeaturesTransferServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<FeaturesTransferServlet> kActions[] = {

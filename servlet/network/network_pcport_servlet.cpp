@@ -1,11 +1,13 @@
-#include "servlet/network/network_pcport_servlet.h"
-
+// The page "network-pcport": the port behind which a computer is connected.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/network/network_tabs.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"NetworkLanType",       "NetworkLanRouterIP",    "NetworkLanSubnetMask",
@@ -13,10 +15,20 @@ constexpr const char* kShownKeys[] = {"NetworkLanType",       "NetworkLanRouterI
                                       "NetworkWanType",       "NetworkPCPortSwitch"};
 constexpr const char* kStoredKeys[] = {"NetworkLanRouterIP", "NetworkLanSubnetMask", "NetworkLanEnableDHCP",
                                        "NetworkLanDHCPStartIP", "NetworkLanDHCPEndIP"};
-constexpr const char* kMenu[] = {"network-pcport", "network-basic", "network-advanced"};
+constexpr auto kMenu = ownTabFirst(kNetworkTabs, "network-pcport");
 constexpr Visibility kVisibility{.menu = kMenu, .bufferSize = 512};
-static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu));
+static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys));
 }  // namespace
+
+class NetworkPCPortServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int NetworkPCPortServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<NetworkPCPortServlet> kActions[] = {

@@ -1,13 +1,15 @@
-#include "servlet/network/network_servlet.h"
-
+// The page "network": the phone's own connection.
 #include <string_view>
 
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/network/network_tabs.h"
 
 namespace {
 
@@ -29,10 +31,10 @@ constexpr const char* kStoredKeys[] = {
     "NetworkWanStaticSecDns", "NetworkPppoeUser",      "NetworkIPAddressMode",     "NetworkIPv6WanIP",
     "NetworkIPv6Prefix",      "NetworkIPv6WanGateway", "NetworkIPv6WanPrimaryDNS", "NetworkIPv6WanSecondaryDNS"};
 constexpr const char* kVlanSwitches[] = {"VlanWanSwitch", "VlanPcSwitch", "VlanDhcpSwitch"};
-constexpr const char* kMenu[] = {"network-basic", "network-advanced", "network-pcport"};
+constexpr const auto& kMenu = kNetworkTabs;
 constexpr const char* kItems[] = {"BasicIpaddressMode", "BasicIpv4config", "BasicIpv6config"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 512};
-static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kItems));
 
 constexpr std::string_view kPppoe = "1";
 
@@ -43,6 +45,16 @@ void storePppoe(HttpRequest* request) {
 }
 
 }  // namespace
+
+class NetworkServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int NetworkServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<NetworkServlet> kActions[] = {

@@ -1,5 +1,4 @@
-#include "servlet/security/security_servlet.h"
-
+// The page "security": changing the passwords of the web interface.
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -10,15 +9,16 @@
 #include "framework/file_utils.h"
 #include "framework/page_factory.h"
 #include "framework/page_utils.h"
+#include "framework/servlet_base.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
+#include "servlet/security/security_tabs.h"
 
 namespace {
 
-constexpr const char* kMenu[] = {"password", "trusted_cert", "server_cert"};
+constexpr const auto& kMenu = kSecurityTabs;
 constexpr Visibility kVisibility{.menu = kMenu};
-static_assert(allUnique(kMenu));
 
 constexpr std::size_t kLineSize = 256;
 
@@ -69,6 +69,16 @@ bool isOwnPassword(const filePassword& passwords, const std::string& name, HttpR
 }
 
 }  // namespace
+
+class SecurityServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int SecurityServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<SecurityServlet> kActions[] = {

@@ -1,22 +1,31 @@
-#include "servlet/settings/settings_areacode_servlet.h"
-
+// The page "settings-areacode": the prefix of local numbers.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/settings/settings_tabs.h"
 
 namespace {
 constexpr const char* kKeys[] = {"AreaCode", "AreaCodeMinLen", "AreaCodeMaxLen", "AreaCodeAccount"};
-constexpr const char* kMenu[] = {"settings-dialplan", "replace-rule",        "dial-now",          "area-code",
-                                 "block-out",         "settings-preference", "settings-datetime", "settings-upgrade",
-                                 "settings-autop",    "settings-config",     "settings-voice",    "settings-ring",
-                                 "settings-tones",    "settings-softkey",    "settings-tr069"};
+constexpr const auto& kMenu = kDialPlanTabs;
 constexpr const char* kItems[] = {"AreaCode"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 512};
-static_assert(allUnique(kKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kKeys) && allUnique(kItems));
 }  // namespace
+
+class SettingsAreacodeServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int SettingsAreacodeServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<SettingsAreacodeServlet> kActions[] = {

@@ -1,14 +1,16 @@
-#include "servlet/settings/settings_auto_provision_servlet.h"
-
+// The page "settings-autop": where the phone fetches its configuration.
 #include <string_view>
 
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
+#include "servlet/settings/settings_tabs.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"AutoProvisionEnablePNP",     "AutoProvisionEnableDHCPOption",
@@ -27,9 +29,7 @@ constexpr const char* kStoredKeys[] = {"AutoProvisionEnablePNP",     "AutoProvis
                                        "ForbidZeroSwitch",           "ZeroWaitTime"};
 constexpr const char* kScheduleKeys[] = {"AutoProvisionEnableWeekly", "AutoProvisionPowerOn", "AutoProvisionRepeat"};
 constexpr const char* kSecretKeys[] = {"AutoProvisionPassword", "AutoProvisionAESKey16", "AutoProvisionAESKey16MAC"};
-constexpr const char* kMenu[] = {"settings-autop",  "settings-preference", "settings-datetime", "settings-upgrade",
-                                 "settings-config", "settings-dialplan",   "settings-voice",    "settings-ring",
-                                 "settings-tones",  "settings-softkey",    "settings-tr069"};
+constexpr auto kMenu = ownTabFirst(kSettingsTabs, "settings-autop");
 constexpr const char* kItems[] = {"PhonedhcpActive",
                                   "PhoneCustomOption",
                                   "PhoneServerURL",
@@ -48,10 +48,21 @@ constexpr const char* kItems[] = {"PhonedhcpActive",
                                   "PhoneDHCPOptionValue"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
 static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kScheduleKeys) && allUnique(kSecretKeys) &&
-              allUnique(kMenu) && allUnique(kItems));
+              allUnique(kItems));
 
 constexpr int kStateTimeout = 1000;  // milliseconds
 }  // namespace
+
+class SettingsAutoProvisionServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  int askResult(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int SettingsAutoProvisionServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<SettingsAutoProvisionServlet> kActions[] = {

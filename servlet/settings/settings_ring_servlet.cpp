@@ -1,5 +1,4 @@
-#include "servlet/settings/settings_ring_servlet.h"
-
+// The page "settings-ring": rings for calls that announce themselves by an alert-info text.
 #include <algorithm>
 #include <iterator>
 #include <list>
@@ -10,18 +9,19 @@
 #include "framework/config_operate.h"
 #include "framework/media_lists.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
+#include "servlet/settings/settings_tabs.h"
 
 namespace {
 
-constexpr const char* kMenu[] = {"settings-ring",  "settings-preference", "settings-datetime", "settings-upgrade",
-                                 "settings-autop", "settings-config",     "settings-dialplan", "settings-voice",
-                                 "settings-tones", "settings-softkey",    "settings-tr069"};
+constexpr auto kMenu = ownTabFirst(kSettingsTabs, "settings-ring");
 constexpr const char* kItems[] = {"PhonePersonalRing"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 512};
-static_assert(allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kItems));
 
 constexpr std::size_t kAlerts = 10;
 constexpr std::size_t kFieldSize = 256;
@@ -59,6 +59,16 @@ std::ptrdiff_t GetIndexByName(const std::list<std::string>& rings, const std::st
 }
 
 }  // namespace
+
+class SettingsRingServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int SettingsRingServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<SettingsRingServlet> kActions[] = {

@@ -1,27 +1,27 @@
-#include "servlet/settings/settings_tones_servlet.h"
-
+// The page "settings-tones": what the phone plays for dialling, ringing and so on.
 #include <string>
 #include <vector>
 
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/registry.h"
+#include "servlet/settings/settings_tabs.h"
 
 namespace {
 constexpr const char* kKeys[] = {"ToneDial",        "ToneRing",       "ToneBusy",       "ToneCongestion",
                                  "ToneCallwaiting", "ToneDialrecall", "ToneRecord",     "ToneInfo",
                                  "ToneStutter",     "ToneMessage",    "ToneAutoanswer", "ToneCountry"};
-constexpr const char* kMenu[] = {"settings-tones", "settings-preference", "settings-datetime", "settings-upgrade",
-                                 "settings-autop", "settings-config",     "settings-dialplan", "settings-voice",
-                                 "settings-ring",  "settings-softkey",    "settings-tr069"};
+constexpr auto kMenu = ownTabFirst(kSettingsTabs, "settings-tones");
 constexpr const char* kItems[] = {"ToneDial"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 512};
-static_assert(allUnique(kKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kKeys) && allUnique(kItems));
 
 constexpr std::size_t kCountrySize = 32;
 constexpr std::size_t kCountryNameSize = 64;
@@ -41,6 +41,16 @@ TMPL_loop* countryRows() {
   return rows;
 }
 }  // namespace
+
+class SettingsTonesServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int SettingsTonesServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<SettingsTonesServlet> kActions[] = {

@@ -1,15 +1,17 @@
-#include "servlet/settings/settings_tr069_servlet.h"
-
+// The page "settings-tr069": remote management by the provider.
 #include <string>
 
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/network.h"
+#include "servlet/settings/settings_tabs.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"TR069ServerURL", "TR069PeriodicInformSwitch", "TR069PeriodicInformInterval",
@@ -34,8 +36,8 @@ constexpr const char* kItems[] = {"PhoneTR069Header",
                                   "PhoneRequestUsername",
                                   "PhoneRequestPassword"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1024};
-static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kSecretKeys) && allUnique(kMenu) &&
-              allUnique(kItems));
+static_assert(areTabsOf(kMenu, kSettingsTabs) && allUnique(kShownKeys) && allUnique(kStoredKeys) &&
+              allUnique(kSecretKeys) && allUnique(kMenu) && allUnique(kItems));
 
 // The user name as the server gets it: one made of placeholders is filled in from this phone.
 std::string serverUserName() {
@@ -47,6 +49,16 @@ std::string serverUserName() {
          readConfigText("TR069DeviceProductClass", kConfigValueSize) + "-" + mac;
 }
 }  // namespace
+
+class SettingsTr069Servlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int SettingsTr069Servlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<SettingsTr069Servlet> kActions[] = {

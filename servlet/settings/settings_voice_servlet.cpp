@@ -1,24 +1,34 @@
-#include "servlet/settings/settings_voice_servlet.h"
-
+// The page "settings-voice": echo cancellation and the jitter buffer.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
+#include "servlet/settings/settings_tabs.h"
 
 namespace {
 constexpr const char* kShownKeys[] = {"VPMECHO",   "VPMVAD",    "VPMCNG",       "JitterAdaptive",
                                       "JitterMin", "JitterMax", "JitterNominal"};
 constexpr const char* kStoredKeys[] = {"VPMECHO", "VPMVAD", "VPMCNG", "JitterMin", "JitterMax", "JitterNominal"};
-constexpr const char* kMenu[] = {"settings-voice", "settings-preference", "settings-datetime", "settings-upgrade",
-                                 "settings-autop", "settings-config",     "settings-dialplan", "settings-ring",
-                                 "settings-tones", "settings-softkey",    "settings-tr069"};
+constexpr auto kMenu = ownTabFirst(kSettingsTabs, "settings-voice");
 constexpr const char* kItems[] = {"PhoneEchoCancellation", "PhoneJitterBuffer"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 512};
-static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kShownKeys) && allUnique(kStoredKeys) && allUnique(kItems));
 }  // namespace
+
+class SettingsVoiceServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int SettingsVoiceServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<SettingsVoiceServlet> kActions[] = {

@@ -1,5 +1,4 @@
-#include "servlet/status/hidden_servlet.h"
-
+// The page "hidden": switches for those who set up many phones.
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -7,8 +6,10 @@
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/visibility.h"
 #include "servlet/access/push_xml.h"
 
@@ -44,6 +45,17 @@ constexpr const char* kItems[] = {"HiddenSettingNetwork", "HiddenPhoneSetting", 
 constexpr Visibility kVisibility{.items = kItems, .bufferSize = 1024};
 static_assert(allUnique(kShownKeys) && allUnique(kItems));
 }  // namespace
+
+class HiddenServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  int writeConfig(HttpRequest* request, HttpResponse* response);
+  int pushXML(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int HiddenServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<HiddenServlet> kActions[] = {

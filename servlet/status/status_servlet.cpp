@@ -1,13 +1,14 @@
-#include "servlet/status/status_servlet.h"
-
+// The page "status": what the phone is and how it is doing.
 #include <cstddef>
 #include <string>
 
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
+#include "framework/page_tables.h"
 #include "framework/page_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/servlet_base.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/device.h"
@@ -111,6 +112,15 @@ TMPL_loop* accountRows() {
 }
 
 }  // namespace
+
+class StatusServlet : public HttpServlet {
+ public:
+  int onRequest(HttpRequest* request, HttpResponse* response) override;
+
+ private:
+  int loadConfig(HttpRequest* request, HttpResponse* response);
+  TMPL_varlist* showItemsByLevel(TMPL_varlist* list, HttpRequest* request);
+};
 
 int StatusServlet::onRequest(HttpRequest* request, HttpResponse* response) {
   static constexpr Action<StatusServlet> kActions[] = {{"load", &StatusServlet::loadConfig}};

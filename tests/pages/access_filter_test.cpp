@@ -1,7 +1,6 @@
 // Who may have a page: the request filter.
 #include "platform/web_debug.h"
-#include "servlet/access/login_listener.h"
-#include "tests/support/phone_test.h"
+#include "tests/support/page_test.h"
 
 namespace {
 
@@ -12,10 +11,9 @@ class FilterTest : public PhoneTest {
     request.uri = "/servlet?" + query;
     request.fields = fieldsOf(query);
     response = RecordingResponse();
-    return listener.onRequest(&request, &response);
+    return pageFilter().onRequest(&request, &response);
   }
 
-  LoginListener listener;
   FakeRequest request;
   RecordingResponse response;
 };
@@ -40,7 +38,7 @@ TEST_F(FilterTest, StrangersAreSentToTheLoginFormAndBack) {
   request.fields = {{"p", "a&q=write\r\nX: y"}};
   request.uri = "/servlet?p=a%26q";
   response = RecordingResponse();
-  EXPECT_EQ(listener.onRequest(&request, &response), 0);
+  EXPECT_EQ(pageFilter().onRequest(&request, &response), 0);
   EXPECT_EQ(response.redirects[0], form + "a%26q%3Dwrite%0D%0AX%3A%20y");
 }
 
@@ -101,7 +99,7 @@ TEST_F(FilterTest, QueryIsCutAndLoggedWithoutSecrets) {
   }
   request.ownSession = FakeSession();
   request.uri = "/";
-  EXPECT_EQ(listener.onRequest(&request, &response), 0);
+  EXPECT_EQ(pageFilter().onRequest(&request, &response), 0);
 }
 
 TEST_F(FilterTest, DebugLevelFollowsTheConfiguration) {

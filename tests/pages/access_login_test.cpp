@@ -1,5 +1,4 @@
 // Logging in and out.
-#include "servlet/access/login_servlet.h"
 #include "tests/support/page_test.h"
 
 namespace {
@@ -24,7 +23,7 @@ class LoginTest : public PhoneTest {
     return serve(page, request);
   }
 
-  LoginServlet page;
+  HttpServlet& page = pageHandler("login");
   FakeRequest request;
 };
 

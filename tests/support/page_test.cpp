@@ -17,16 +17,27 @@ const std::map<std::string, std::string>& pageList() {
   return pages;
 }
 
-HttpServlet& pageHandler(const std::string& page) {
+namespace {
+// What a factory of the module makes.
+template <class Object>
+Object* make(const std::string& factory) {
   static void* const module = dlopen(PHONE_WEB_BUILD "/libphonepages.so", RTLD_NOW);
+  void* const address = module ? dlsym(module, factory.c_str()) : nullptr;
+  if (!address) throw std::runtime_error(dlerror());
+  return reinterpret_cast<Object* (*)()>(address)();
+}
+}  // namespace
+
+HttpServlet& pageHandler(const std::string& page) {
   static auto& handlers = *new std::map<std::string, HttpServlet*>;
   HttpServlet*& handler = handlers[page];
-  if (!handler) {
-    void* const factory = module ? dlsym(module, pageList().at(page).c_str()) : nullptr;
-    if (!factory) throw std::runtime_error(dlerror());
-    handler = reinterpret_cast<HttpServlet* (*)()>(factory)();
-  }
+  if (!handler) handler = make<HttpServlet>(pageList().at(page));
   return *handler;
+}
+
+HttpListener& pageFilter() {
+  static HttpListener& filter = *make<HttpListener>("createLoginListener");
+  return filter;
 }
 
 RecordingResponse PageTest::run(const std::string& page, const std::string& action, const std::string& fields) {

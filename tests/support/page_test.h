@@ -13,6 +13,8 @@ using Messages = std::vector<std::string>;
 const std::map<std::string, std::string>& pageList();
 // The handler of a page, from the module; as in a host it lives as long as the process.
 HttpServlet& pageHandler(const std::string& page);
+// The request filter, from the module.
+HttpListener& pageFilter();
 
 // A save, the messages that it sends and what is stored then. Fields and stored values are "name=value&name=value".
 struct Save {
