@@ -1,6 +1,6 @@
 #include "framework/account_field.h"
 
-#include "framework/page_utils.h"
+#include "framework/accounts.h"
 #include "framework/text_utils.h"
 
 std::optional<int> validAccount(const char* text) {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "framework/file_utils.h"
-#include "framework/page_utils.h"
+#include "framework/accounts.h"
 #include "framework/text_utils.h"
 #include "platform/phone_root.h"
 

@@ -7,7 +7,7 @@
 
 #include "framework/config_operate.h"
 #include "framework/file_utils.h"
-#include "framework/page_utils.h"
+#include "framework/accounts.h"
 #include "framework/phone_messages.h"
 #include "framework/text_list.h"
 #include "framework/text_utils.h"

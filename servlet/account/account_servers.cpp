@@ -6,7 +6,7 @@
 #include <string>
 
 #include "framework/config_operate.h"
-#include "framework/page_utils.h"
+#include "framework/accounts.h"
 #include "framework/text_utils.h"
 #include "platform/registry.h"
 

@@ -5,7 +5,7 @@
 
 #include "framework/account_field.h"
 #include "framework/config_operate.h"
-#include "framework/page_utils.h"
+#include "framework/accounts.h"
 #include "framework/text_utils.h"
 #include "platform/registry.h"
 

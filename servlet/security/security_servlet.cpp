@@ -8,7 +8,7 @@
 #include "framework/file_password.h"
 #include "framework/file_utils.h"
 #include "framework/page_factory.h"
-#include "framework/page_utils.h"
+#include "framework/accounts.h"
 #include "framework/servlet_base.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"

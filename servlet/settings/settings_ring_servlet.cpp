@@ -10,7 +10,7 @@
 #include "framework/media_lists.h"
 #include "framework/page_factory.h"
 #include "framework/page_tables.h"
-#include "framework/page_utils.h"
+#include "framework/accounts.h"
 #include "framework/phone_messages.h"
 #include "framework/servlet_base.h"
 #include "framework/visibility.h"

@@ -7,7 +7,7 @@
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
 #include "framework/page_tables.h"
-#include "framework/page_utils.h"
+#include "framework/accounts.h"
 #include "framework/phone_messages.h"
 #include "framework/servlet_base.h"
 #include "framework/visibility.h"

@@ -1,4 +1,4 @@
-#include "framework/page_utils.h"
+#include "framework/accounts.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

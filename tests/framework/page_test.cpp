@@ -1,5 +1,5 @@
 // What pages do around their own work: notices, uploads, accounts, files, passwords.
-#include "framework/page_utils.h"
+#include "framework/accounts.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
