@@ -11,7 +11,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <memory>
 #include <optional>
 
@@ -22,7 +21,7 @@ namespace {
 
 constexpr std::size_t kPathLimit = 4096;
 constexpr long kFlashFileSystem = 0x72b6;
-constexpr long kFlashReserve = 65536;
+constexpr std::int64_t kFlashReserve = 65536;
 
 struct CloseDirectory {
   void operator()(DIR* directory) const { closedir(directory); }
@@ -38,18 +37,14 @@ bool endsWithIgnoringCase(std::string_view text, std::string_view suffix) {
          strncasecmp(text.data() + text.size() - suffix.size(), suffix.data(), suffix.size()) == 0;
 }
 
-int toInt(long long size) {
-  return static_cast<int>(std::min<long long>(size, std::numeric_limits<int>::max()));
-}
-
 // `rootLength` is what the phone's root adds to each path. Nothing when a path is too long.
-std::optional<long long> sizeBelow(const std::string& path, std::size_t rootLength) {
+std::optional<std::int64_t> sizeBelow(const std::string& path, std::size_t rootLength) {
   struct stat status {};
   if (lstat(path.c_str(), &status) != 0) {
     log_log(kWebLog, kLogWarning, "filename : %s, error info : %s\n", path.c_str() + rootLength, std::strerror(errno));
     return 0;
   }
-  long long total = status.st_size;
+  std::int64_t total = status.st_size;
   if (!S_ISDIR(status.st_mode)) return total;
   const Directory directory(opendir(path.c_str()));
   if (!directory) return total;
@@ -60,7 +55,7 @@ std::optional<long long> sizeBelow(const std::string& path, std::size_t rootLeng
       log_log(kWebLog, kLogWarning, "filename length > PATH_MAX\n");
       return std::nullopt;
     }
-    const std::optional<long long> size = sizeBelow(below, rootLength);
+    const std::optional<std::int64_t> size = sizeBelow(below, rootLength);
     if (!size) return std::nullopt;
     total += *size;
   }
@@ -77,6 +72,14 @@ bool writeAll(int file, std::string_view content) {
     content.remove_prefix(static_cast<std::size_t>(written));
   }
   return true;
+}
+
+// A renamed file is there after a power cut only once its folder is on disk, too.
+void syncFolderOf(const std::string& path) {
+  const int folder = open(path.substr(0, path.rfind('/')).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (folder < 0) return;
+  fsync(folder);
+  close(folder);
 }
 
 }  // namespace
@@ -96,21 +99,21 @@ bool ReadFiles::FindFiles(std::list<std::string>& names, const char* directory, 
   return true;
 }
 
-int GetFileSize(const char* path) {
+std::int64_t GetFileSize(const char* path) {
   struct stat status {};
-  return stat(phonePath(path).c_str(), &status) == 0 ? toInt(status.st_size) : -1;
+  return stat(phonePath(path).c_str(), &status) == 0 ? std::int64_t{status.st_size} : -1;
 }
 
-int GetDirSize(const char* path) {
+std::int64_t GetDirSize(const char* path) {
   const std::string real = phonePath(path);
   const std::size_t length = std::strlen(path);
-  return toInt(sizeBelow(real, real.size() > length ? real.size() - length : 0).value_or(0));
+  return sizeBelow(real, real.size() > length ? real.size() - length : 0).value_or(0);
 }
 
-long GetPartionFreeSize(const char* path) {
+std::int64_t GetPartionFreeSize(const char* path) {
   struct statfs status {};
   if (statfs(phonePath(path).c_str(), &status) != 0) return 0;
-  const long free = static_cast<long>(status.f_bfree) * static_cast<long>(status.f_bsize);
+  const auto free = static_cast<std::int64_t>(status.f_bfree) * static_cast<std::int64_t>(status.f_bsize);
   return status.f_type == kFlashFileSystem ? free - kFlashReserve : free;
 }
 
@@ -121,18 +124,25 @@ int GetImageTypeByData(std::string_view data) {
   return 0;
 }
 
-bool replaceFile(const char* path, std::string_view content) {
+bool replaceFile(const char* path, std::string_view content, mode_t mode) {
   const std::string real = phonePath(path);
   if (real.empty()) return false;
   std::string beside = real + ".XXXXXX";
   const int file = mkstemp(beside.data());
   if (file < 0) return false;
   struct stat old {};
-  if (stat(real.c_str(), &old) == 0) fchmod(file, old.st_mode & 0777);
-  const bool written = writeAll(file, content) && fsync(file) == 0;
-  if (close(file) == 0 && written && rename(beside.c_str(), real.c_str()) == 0) return true;
+  const mode_t rights = stat(real.c_str(), &old) == 0 ? old.st_mode & 0777 : mode;
+  const bool written = writeAll(file, content) && fchmod(file, rights) == 0 && fsync(file) == 0;
+  if (close(file) == 0 && written && rename(beside.c_str(), real.c_str()) == 0) {
+    syncFolderOf(real);
+    return true;
+  }
   unlink(beside.c_str());
   return false;
+}
+
+bool removeFile(const char* path) {
+  return unlink(phonePath(path).c_str()) == 0;
 }
 
 bool readFile(const char* path, std::string& content) {

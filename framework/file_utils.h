@@ -1,6 +1,9 @@
 // Files and folders. All paths are paths of the phone.
 #pragma once
 
+#include <sys/types.h>
+
+#include <cstdint>
 #include <list>
 #include <string>
 #include <string_view>
@@ -13,21 +16,25 @@ class ReadFiles {
                         bool keepSuffix);
 };
 
-// Bytes of the file, -1 when it cannot be examined. Sizes that do not fit an int count as the largest int.
-int GetFileSize(const char* path);
+// Bytes of the file, -1 when it cannot be examined.
+std::int64_t GetFileSize(const char* path);
 
 // Bytes of the path itself plus, for a folder, of all below it; symbolic links are not followed. What cannot be
 // examined is logged and counts 0; an entry's path of more than 4096 characters is logged and makes the whole 0.
-int GetDirSize(const char* path);
+std::int64_t GetDirSize(const char* path);
 
 // Bytes free in the file system that holds `path`; 0 when that cannot be told.
-long GetPartionFreeSize(const char* path);
+std::int64_t GetPartionFreeSize(const char* path);
 
 // From a file's first bytes: 1 for a bitmap, 2 for JPEG, 3 for PNG, 0 for anything else.
 int GetImageTypeByData(std::string_view data);
 
-// Replaces the file whole: written beside it, then renamed. False, with the old file untouched, when that fails.
-bool replaceFile(const char* path, std::string_view content);
+// Replaces the file whole: written beside it, on disk, then renamed. It keeps the old file's rights; a new one gets
+// those of `mode`. False, with the old file untouched, when that fails.
+bool replaceFile(const char* path, std::string_view content, mode_t mode = 0600);
+
+// Removes a file; false when there is none or it cannot be removed.
+bool removeFile(const char* path);
 
 // The whole file; false when it cannot be read.
 bool readFile(const char* path, std::string& content);

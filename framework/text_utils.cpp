@@ -31,18 +31,6 @@ std::optional<int> parseInt(const char* text) {
   return text ? parseInt(std::string_view(text)) : std::nullopt;
 }
 
-std::string shellQuote(std::string_view word) {
-  std::string quoted = "'";
-  for (const char c : word) {
-    if (c == '\'') {
-      quoted += "'\\''";
-    } else {
-      quoted += c;
-    }
-  }
-  return quoted += '\'';
-}
-
 std::string encodeQueryValue(std::string_view text) {
   constexpr char kHex[] = "0123456789ABCDEF";
   std::string encoded;

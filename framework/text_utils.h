@@ -16,9 +16,6 @@ std::optional<int> parseInt(std::string_view text);
 // The same for a text that may be null.
 std::optional<int> parseInt(const char* text);
 
-// One word of a shell command, quoted so that the shell takes it as it is.
-std::string shellQuote(std::string_view word);
-
 // The text as a value in a query: letters, digits, "-", "_", "." and "~" as they are, every other byte as "%XX".
 std::string encodeQueryValue(std::string_view text);
 

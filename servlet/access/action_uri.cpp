@@ -7,8 +7,8 @@
 
 #include "framework/config_operate.h"
 #include "framework/file_utils.h"
-#include "framework/accounts.h"
 #include "framework/phone_messages.h"
+#include "framework/shell_command.h"
 #include "framework/text_list.h"
 #include "framework/text_utils.h"
 #include "platform/log.h"
@@ -69,7 +69,7 @@ int sendExportedConfig(HttpResponse* response) {
   for (std::size_t start = 0; start < content.size(); start += kBlockSize) {
     response->write(content.data() + start, 1, static_cast<int>(std::min(kBlockSize, content.size() - start)));
   }
-  CommandShell(("rm " + shellQuote(phonePath(kExportedConfig))).c_str());
+  CommandShell(ShellCommand("rm").path(kExportedConfig));
   return 1;
 }
 

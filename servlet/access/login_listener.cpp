@@ -10,7 +10,7 @@
 #include "framework/file_utils.h"
 #include "framework/page_factory.h"
 #include "framework/servlet_base.h"
-#include "framework/session_login.h"
+#include "framework/session.h"
 #include "framework/text_utils.h"
 #include "platform/boot_environment.h"
 #include "platform/device.h"

@@ -9,7 +9,7 @@
 #include "framework/orb_hash_map.h"
 #include "framework/page_factory.h"
 #include "framework/servlet_base.h"
-#include "framework/session_login.h"
+#include "framework/session.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/log.h"

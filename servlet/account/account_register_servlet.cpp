@@ -2,12 +2,12 @@
 #include <optional>
 #include <string>
 
-#include "framework/account_field.h"
+#include "framework/accounts.h"
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
+#include "framework/notice.h"
 #include "framework/page_factory.h"
 #include "framework/page_tables.h"
-#include "framework/accounts.h"
 #include "framework/phone_messages.h"
 #include "framework/servlet_base.h"
 #include "framework/text_utils.h"

@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "framework/config_operate.h"
 #include "framework/accounts.h"
+#include "framework/config_operate.h"
 #include "framework/text_utils.h"
 #include "platform/registry.h"
 

@@ -1,9 +1,9 @@
 // The page "features-callpickup": picking up and parking calls.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
+#include "framework/notice.h"
 #include "framework/page_factory.h"
 #include "framework/page_tables.h"
-#include "framework/accounts.h"
 #include "framework/servlet_base.h"
 #include "framework/visibility.h"
 #include "servlet/features/features_tabs.h"

@@ -3,9 +3,8 @@
 #include <memory>
 #include <string_view>
 
-#include "framework/account_field.h"
-#include "framework/config_operate.h"
 #include "framework/accounts.h"
+#include "framework/config_operate.h"
 #include "framework/text_utils.h"
 #include "platform/registry.h"
 

@@ -9,9 +9,10 @@
 
 #include "framework/config_operate.h"
 #include "framework/file_utils.h"
-#include "framework/accounts.h"
 #include "framework/phone_messages.h"
+#include "framework/shell_command.h"
 #include "framework/text_utils.h"
+#include "framework/uploads.h"
 #include "platform/device.h"
 #include "platform/log.h"
 #include "platform/phone_root.h"
@@ -35,10 +36,6 @@ const LogoLimit* limitOfPhone() {
   return limit == std::end(kLimits) ? nullptr : &*limit;
 }
 
-std::string quotedPath(const char* path) {
-  return shellQuote(phonePath(path));
-}
-
 // The file begins with the logo's width and its height, a byte each; a shorter one is no logo.
 bool fitsScreen(const char* file) {
   std::ifstream stream(phonePath(file), std::ios::binary);
@@ -50,10 +47,16 @@ bool fitsScreen(const char* file) {
 }
 
 bool fitsDisk(const char* file) {
-  const long free = GetPartionFreeSize(kFolder);
-  const long size = GetFileSize(file);
-  log_log(kWebLog, kLogInfo, "lPartionFreeSize = %ld, lFileSize = %ld\n", free, size);
+  const std::int64_t free = GetPartionFreeSize(kFolder);
+  const std::int64_t size = GetFileSize(file);
+  log_log(kWebLog, kLogInfo, "lPartionFreeSize = %lld, lFileSize = %lld\n", static_cast<long long>(free),
+          static_cast<long long>(size));
   return size < free;
+}
+
+bool replaceLogo() {
+  removeFile(kLogo);
+  return CommandShell(ShellCommand("cp").word("-f").path(kUpload).path(kFolder)) == 0;
 }
 
 }  // namespace
@@ -67,27 +70,25 @@ TMPL_varlist* addLogo(TMPL_varlist* list) {
 
 const char* takeLogo(HttpRequest* request) {
   if (isCallInProgress()) return "talking";
-  CommandShell(("mkdir -p " + quotedPath(kFolder)).c_str());
+  CommandShell(ShellCommand("mkdir").word("-p").path(kFolder));
   const std::string upload = uploadedFile(request, "logoFile", "/tmp/logofile_XXXXXX");
   if (upload.empty()) return nullptr;
   if (!RenameUploadFile(upload.c_str(), kUpload)) {
-    unlink(phonePath(upload).c_str());
+    removeFile(upload.c_str());
     return "fail";
   }
   const bool onScreen = fitsScreen(kUpload);
   const bool fits = fitsDisk(kUpload) && onScreen;
-  if (fits) {
-    unlink(phonePath(kLogo).c_str());
-    CommandShell(("cp -f " + quotedPath(kUpload) + " " + quotedPath(kFolder)).c_str());
-  }
-  unlink(phonePath(kUpload).c_str());
+  const bool stored = fits && replaceLogo();
+  removeFile(kUpload);
   if (!fits) return "big";
+  if (!stored) return "fail";
   writeConfigOperate(GLOBAL_FILE, "LCDLogo", "2", 0);
   postConfigChanged(ConfigArea::kLogo);
   return "success";
 }
 
 void deleteLogo() {
-  CommandShell(("rm -rf " + quotedPath(kFolder) + "*").c_str());
+  CommandShell(ShellCommand("rm").word("-rf").allIn(kFolder));
   postConfigChanged(ConfigArea::kLogo);
 }

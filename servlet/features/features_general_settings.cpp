@@ -5,7 +5,7 @@
 #include "framework/config_operate.h"
 #include "framework/page_tables.h"
 #include "framework/phone_messages.h"
-#include "framework/session_login.h"
+#include "framework/session.h"
 
 namespace {
 

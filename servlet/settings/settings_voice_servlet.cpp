@@ -1,9 +1,9 @@
 // The page "settings-voice": echo cancellation and the jitter buffer.
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
+#include "framework/notice.h"
 #include "framework/page_factory.h"
 #include "framework/page_tables.h"
-#include "framework/accounts.h"
 #include "framework/phone_messages.h"
 #include "framework/servlet_base.h"
 #include "framework/visibility.h"

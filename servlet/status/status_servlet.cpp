@@ -2,11 +2,11 @@
 #include <cstddef>
 #include <string>
 
+#include "framework/accounts.h"
 #include "framework/action_dispatch.h"
 #include "framework/config_operate.h"
 #include "framework/page_factory.h"
 #include "framework/page_tables.h"
-#include "framework/accounts.h"
 #include "framework/phone_messages.h"
 #include "framework/servlet_base.h"
 #include "framework/text_utils.h"

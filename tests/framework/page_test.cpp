@@ -1,13 +1,16 @@
 // What pages do around their own work: notices, uploads, accounts, files, passwords.
-#include "framework/accounts.h"
-
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <fstream>
 
+#include "framework/accounts.h"
 #include "framework/file_password.h"
 #include "framework/file_utils.h"
+#include "framework/notice.h"
+#include "framework/shared_texts.h"
+#include "framework/shell_command.h"
+#include "framework/uploads.h"
 #include "tests/support/phone_test.h"
 
 namespace {
@@ -93,28 +96,16 @@ TEST_F(UtilsTest, SharedTexts) {
   EXPECT_EQ(readShareText("romTranStat"), "ab");
 }
 
-TEST_F(UtilsTest, ContactMark) {
-  int type = 42;
-  EXPECT_FALSE(IsContactNeedUpdate(type));
-  EXPECT_EQ(type, 42);
-  write("/tmp/contact_update_mark.ini", "[update]\ntype=2\n");
-  EXPECT_TRUE(IsContactNeedUpdate(type));
-  EXPECT_EQ(type, 2);
-  SetDefalutUpdate();
-  EXPECT_FALSE(IsContactNeedUpdate(type));
-  EXPECT_EQ(type, 0);
-}
-
 TEST_F(UtilsTest, UploadsMustFit) {
   write("/data/rings/a", "12345");
-  const int used = GetDirSize("/data/rings");
-  const long free = GetPartionFreeSize("/data/");
+  const std::int64_t used = GetDirSize("/data/rings");
+  const std::int64_t free = GetPartionFreeSize("/data/");
   ASSERT_GT(free, 1'000'000);
   const char noSpace[] = "No space left!";
   const struct {
     const char* folder;
     bool replace;
-    long maximum, reserve;
+    std::int64_t maximum, reserve;
     const char* error;
   } rows[] = {{"/data/nowhere/", true, 100, 0, "Error:The destination folder does not exist!"},
               {"/data/rings", true, 100, 0, ""},
@@ -134,6 +125,41 @@ TEST_F(UtilsTest, UploadsMustFit) {
   RecordingResponse response;
   EXPECT_TRUE(CheckConfigFreeSize(&request, &response, "/config/none", false));
   EXPECT_TRUE(response.untouched());
+}
+
+TEST_F(UtilsTest, CommandsAreTheirWords) {
+  write("/data/in/a b", "1");
+  write("/data/in/$(touch hit)", "2");
+  const ShellCommand copy = ShellCommand("cp").word("-f").allIn("/data/in/").path("/data/out");
+  EXPECT_EQ(CommandShell(ShellCommand("mkdir").word("-p").path("/data/out")), 0);
+  EXPECT_EQ(CommandShell(copy), 0);
+  EXPECT_EQ(content("/data/out/a b") + content("/data/out/$(touch hit)"), "12");
+  EXPECT_EQ(CommandShell(ShellCommand("test").in("/data/out").word("-e").word("a b")), 0);
+  EXPECT_EQ(CommandShell(ShellCommand("test").word("it's $(touch hit)`\n\"\\;*").word("=").word("")), 1);
+  EXPECT_FALSE(std::filesystem::exists(file("/hit")));
+  write("/phone/scripts/three.sh", "exit 3");
+  EXPECT_EQ(CommandShell(ShellCommand("sh").path("/phone/scripts/three.sh")), 3);
+}
+
+TEST_F(UtilsTest, ACommandWithARefusedPathDoesNotRun) {
+  const std::filesystem::path outside = file("/").parent_path().parent_path() / "outside";
+  std::filesystem::create_directories(outside);
+  std::ofstream(outside / "kept") << "x";
+  std::filesystem::remove_all(file("/config/Pics"));
+  std::filesystem::create_directory_symlink(outside, file("/config/Pics"));
+  const std::string before = everythingStored();
+  messages();
+  const ShellCommand rm = ShellCommand("rm").word("-rf");
+  for (const ShellCommand& command :
+       {ShellCommand(rm).allIn("/config/Pics/"), ShellCommand(rm).path("/config/Pics/x").path("/tmp/x"),
+        ShellCommand(rm).path("/data/../.."), ShellCommand(rm).path(""),
+        ShellCommand("rm").in("/config/Pics").word("kept"), ShellCommand("/config/Pics/tool")}) {
+    EXPECT_EQ(CommandShell(command), -1);
+    EXPECT_TRUE(log.back().starts_with("4 CommandShell() path refused: ")) << log.back();
+  }
+  EXPECT_EQ(messages(), std::vector<std::string>{});
+  EXPECT_TRUE(everythingStored() == before);
+  EXPECT_TRUE(std::filesystem::exists(outside / "kept"));
 }
 
 TEST_F(UtilsTest, FilesAndFolders) {

@@ -2,7 +2,6 @@
 #include "servlet/access/action_uri.h"
 #include "servlet/access/push_xml.h"
 #include "servlet/access/trusted_clients.h"
-#include "servlet/contacts/contacts_make_call.h"
 #include "tests/support/page_test.h"
 
 namespace {
@@ -154,16 +153,6 @@ TEST_F(ActionUriTest, PushedDocuments) {
   EXPECT_EQ(run("hidden", "pushXML").body, "failed");
   EXPECT_EQ(log.back(), "4 pushXML() get value error");
   EXPECT_FALSE(IsTrustServerIP(nullptr, ""));
-}
-
-TEST_F(ActionUriTest, DialsANumber) {
-  messages();
-  EXPECT_TRUE(sendMakeCallMsg(1101, 0, "12<3>", true));
-  EXPECT_TRUE(sendMakeCallMsg(100, 0, "4", false));
-  setState(R"({"answers":{"app_hostapp 0xa0002":0}})");
-  EXPECT_FALSE(sendMakeCallMsg(100, 0, "5", true));
-  EXPECT_EQ(messages(), (Messages{"send app_hostapp 0xa0002 1101 0 [12<3>]", "post app_hostapp 0xa0002 100 0 [4]",
-                                  "send app_hostapp 0xa0002 100 0 [5]"}));
 }
 
 }  // namespace

@@ -1,17 +1,12 @@
-// The account pages, forwarding, and who may change which password.
+// The account pages.
 #include <set>
 
-#include "framework/file_password.h"
-#include "framework/media_lists.h"
 #include "servlet/account/account_codec_list.h"
 #include "tests/support/page_test.h"
 
 namespace {
 
 using AccountPages = PageTest;
-using ForwardTest = PageTest;
-using SecurityTest = PageTest;
-using MediaTest = PageTest;
 
 TEST_F(AccountPages, SavesAreAnnouncedForTheAccount) {
   expectSaves(
@@ -121,150 +116,57 @@ TEST_F(CodecTest, AreStoredInTheOrderPosted) {
   }
 }
 
-TEST_F(MediaTest, RingChoices) {
-  std::filesystem::remove_all(file("/phone/resource/sysdata"));
-  std::filesystem::remove_all(file("/data/userdata"));
-  for (const char* ring : {"b.wav", "a.WAV", "skip.mp3"})
-    write(std::string("/phone/resource/sysdata/sound/") + ring, "");
-  write("/data/userdata/sound/b.wav", "");
-  const auto column = [](TMPL_loop* loop, const char* name) {
-    RecordingResponse page;
-    page.renderTemplate("x", TMPL_add_loop(nullptr, "rows", loop));
-    return page.column("rows", name);
-  };
-  const struct {
-    const char* value;
-    RING_OPERATOR_TYPE kind;
-    bool withSource;
-    const char *values, *selected;
-  } rows[] = {
-      {"Config:b.wav", RING_CONTACT, true, "Auto|Resource:a.WAV|Resource:b.wav|Config:b.wav", "||selected|selected"},
-      {"/x/y:z/a.WAV", RING_PREFERENCE, false, "a.WAV|b.wav|b.wav", "selected||"},
-      {"Common", RING_ACCOUNT, false, "Common|a.WAV|b.wav|b.wav", "selected|||"},
-      {"0", RING_ALERT_INFO, false, "a.WAV|b.wav|b.wav", "||"},
-      {"1", RING_ALERT_INFO, false, "a.WAV|b.wav|b.wav", "selected||"},
-      {"3", RING_ALERT_INFO, false, "a.WAV|b.wav|b.wav", "|selected|selected"},
-      {"4", RING_ALERT_INFO, false, "a.WAV|b.wav|b.wav", "||"},
-      {"x", RING_ALERT_INFO, false, "a.WAV|b.wav|b.wav", "||"},
-  };
-  for (const auto& [value, kind, withSource, values, selected] : rows) {
-    EXPECT_EQ(column(GetRingToneLoop(value, kind, withSource), "selValue"), values) << value;
-    EXPECT_EQ(column(GetRingToneLoop(value, kind, withSource), "selected"), selected) << value;
-  }
-  write("/data/userdata/wallpaper/z.BMP", "");
-  EXPECT_EQ(column(GetWallpaperLoop("Config:z.BMP"), "selValue"), "Default:Default.jpg|Config:z.BMP");
-  EXPECT_EQ(column(GetWallpaperLoop("Config:z.BMP"), "selected"), "|selected");
-  EXPECT_EQ(GetWallpaperLoop(nullptr), nullptr);
-  EXPECT_EQ(column(GetPhotoLoop(), "selValue"), "Default:default_contact_image.png");
+constexpr char kAccountFile[] = "/config/user/voip/sipAccount1.cfg";
+constexpr char kServers[] =
+    "server1 port1 expires1 RetryCounts1 AccountTransport server2 port2 expires2 AccountPassword AccountStatus "
+    "var_accountID";
+
+TEST_F(AccountPages, RegisterShowsTheAccountFile) {
+  write(kAccountFile, "[sipserver1]\nserver=a<b\nport=5070\ntransport=1\n[sipserver2]\nexpires=60\ntransport=9\n");
+  setConfig("AccountTransport@1=0&AccountSIPServerHost@1=unused&AccountPassword@1=secret");
+  setState(R"({"registration":[0,3]})");
+  const RecordingResponse page = load("account-register", "acc=1");
+  EXPECT_EQ(page.variable(kServers), "a&lt;b|5070|3600|3|1||5060|60|(absent)|Register Failed|1");
+  EXPECT_EQ(page.column("accountLoop", "selected"), "0|1|0|0|0|0");
+  EXPECT_TRUE(page.variable("ShowLevel")
+                  .starts_with("account-register=1&account-basic=1&account-codec=1&"
+                               "account-adv=1$SwitchAccount=1&RegisterLineActive=1&"));
+  EXPECT_EQ(messages(), Messages{"send app_hostapp 0x30006 1 0"});
 }
 
-TEST_F(ForwardTest, PhoneMode) {
-  setConfig("NoAnswerForwardDelayTime", "3");
-  const RecordingResponse page = load("features-forward");
-  EXPECT_EQ(page.variable("ForwardMode NoAnswerForwardDelayTime FWDIndex FWDNoAccount"), "0|3|(absent)|(absent)");
-  EXPECT_EQ(page.column("delayTimeLoop", "selName"),
-            "0|6|12|18|24|30|36|42|48|54|60|66|72|78|84|90|96|102|108|114|120");
-  EXPECT_TRUE(page.column("delayTimeLoop", "selected").starts_with("0|0|0|1|0|"));
-  EXPECT_EQ(page.column("AccountLoop", "selName"), "1000");
-  const std::string busy = "ForwardMode=0&BusyForwardTarget=1";
-  expectSaves({{"features-forward", busy + "&DndMode=0&DndStatus=1", "broadcast 0x10007 1 0; broadcast 0x10007 30 0",
-                "BusyForwardTarget=1&DndStatus=1"},
-               {"features-forward", busy},
-               {"features-forward", "DNDEmergencySwitch=1&BusyForwardTarget=2", "",
-                "DNDEmergencySwitch=1&BusyForwardTarget=1"}});
+TEST_F(AccountPages, RegisterFallsBackToTheConfiguredServer) {
+  setConfig("AccountSIPServerHost@1=pbx.example&AccountSIPServerPort@1=5080&AccountExpire@1=120&AccountTransport@1=2");
+  write(kAccountFile, "[sipserver1]\nRetryCounts=7\nexpires=60\ntransport=1\n");
+  EXPECT_EQ(load("account-register", "acc=1").variable(kServers),
+            "pbx.example|5080|120|7|2||5060|3600|(absent)|Disabled|1");
 }
 
-TEST_F(ForwardTest, CustomModeKeepsAnAccountsOwnSettings) {
-  setConfig("AccountEnable@0=1&AccountEnable@2=1");
-  write("/config/user/user.ini", "[Account2]\nTimeout=5\nAF_Target=<7>\n[DNDAccount0]\nDND=1\n");
-  const RecordingResponse page = load("features-forward", "ForwardMode=1&DndMode=1&fwd=2");
-  EXPECT_EQ(page.variable("AlwaysForwardTarget NoAnswerForwardDelayTime FWDIndex DndStatus DNDIndex ForwardMode"),
-            "&lt;7&gt;|5|2|1|0|1");
-  EXPECT_TRUE(page.column("delayTimeLoop", "selected").starts_with("0|0|0|0|0|1|0|"));
-  EXPECT_EQ(page.column("AccountLoop", "selValue"), "0|2");
-  EXPECT_EQ(load("features-forward", "ForwardMode=1").variable("FWDIndex"), "(absent)");
-  announced();
-  const RecordingResponse answer =
-      save("features-forward", "ForwardMode=1&DndMode=0&ForwardAccount=2&AlwaysForwardTarget=8&AlwaysForwardSwitch=1");
-  EXPECT_EQ(answer.redirects, Messages{"/servlet?p=features-forward&q=load&fwd=2"});
-  EXPECT_EQ(announced(), "broadcast 0x10007 1 0");
-  EXPECT_EQ(load("features-forward", "fwd=2").variable("AlwaysForwardTarget"), "8");
-  EXPECT_EQ(load("features-forward", "fwd=0").variable("AlwaysForwardTarget"), "");
-  EXPECT_EQ(config("AlwaysForwardTarget"), "");
+TEST_F(AccountPages, RegisterStoresKeysAndFile) {
+  write(kAccountFile, "[sipserver1]\nserver=old\nport=1\n[other]\nkept=yes\n");
+  setConfig("AccountPassword@1", "secret");
+  expectSaves({{"account-register",
+                "var_accountID=1&AccountLabel=New&AccountPassword=********&server1=a&server2=b&expires2=99&"
+                "RetryCounts1=4&AccountTransport=2&AccountOutboundProxy=proxy",
+                "broadcast 0x10007 3 1", "AccountLabel@1=New&AccountSIPServerHost@1=a&AccountPassword@1=secret"}});
+  EXPECT_EQ(load("account-register", "acc=1").variable(kServers), "a|1|3600|4|2|b|5060|99|(absent)|Disabled|1");
+  const std::string file = content(kAccountFile);
+  for (const char* text : {"kept", "outboundProxy1", "proxy"}) EXPECT_NE(file.find(text), std::string::npos) << text;
+  const std::size_t transport = file.find("transport", file.find("transport") + 1);
+  EXPECT_EQ(file.find("transport", transport + 1), std::string::npos) << file;
+  expectSaves(
+      {{"account-register", "var_accountID=1&AccountPassword=new", "broadcast 0x10007 3 1", "AccountPassword@1=new"}});
 }
 
-TEST_F(ForwardTest, AccountsThatAreNoneAreRefused) {
-  const std::string before = everythingStored();
-  for (const std::string account : {"x", "0]", "0\n[x", "../0", "123456789", "-1", "6", " 0"}) {
-    const RecordingResponse answer =
-        save("features-forward", "ForwardMode=1&AlwaysForwardTarget=8&DNDEmergencySwitch=1&ForwardAccount=" + account);
-    EXPECT_EQ(answer.variable("noticeLabel"), "setTimeout$features-forward$Error:There is no such account!") << account;
-    EXPECT_TRUE(save("features-forward", "DndMode=1&DNDAccount=" + account).redirects.empty()) << account;
-  }
-  EXPECT_TRUE(everythingStored() == before);
-  setConfig("AccountEnable@0", "0");
-  EXPECT_EQ(
-      load("features-forward", "ForwardMode=1&DndMode=1&fwd=2").variable("FWDNoAccount FWDIndex DNDNoAccount DNDIndex"),
-      "true|-1|true|-1");
-}
-
-TEST_F(SecurityTest, ListsTheAccountsThatMayBeManaged) {
-  for (const auto& [user, names] : Values{{"admin", "admin|var|user"}, {"var", "var|user"}, {"user", "user"}}) {
-    session.attributes["user"] = user;
-    EXPECT_EQ(load("security").column("userTypeLoop", "typeName"), names) << user;
-  }
-  session.attributes["user"] = "admin";
-  setConfig("AdvancedVarEnabled", "0");
-  write("/config/data/htpasswd", "admin:x\n:y\nnone\nvar:z\nextra:q\n");
-  const RecordingResponse page = load("security");
-  EXPECT_EQ(page.column("userTypeLoop", "typeValue"), "admin|");
-  EXPECT_EQ(page.column("userTypeLoop", "selected"), "selected|");
-  std::filesystem::remove(file("/config/data/htpasswd"));
-  EXPECT_TRUE(load("security").untouched());
-  EXPECT_EQ(log.back(), "4 no Fount Files");
-  session.attributes.clear();
-  EXPECT_EQ(load("security").body, "Please login before the operator!");
-}
-
-TEST_F(SecurityTest, PasswordsChangeByRank) {
-  const char denied[] = "setTimeout$security$Error:You don't have enough jurisdiction!";
-  const char wrong[] = "setTimeout$security$Error:The password is error!";
-  const char done[] = "setTimeout$Password$You have changed the password!";
-  const struct {
-    std::string user, mode, old, fresh, notice;
-  } rows[] = {
-      {"var", "admin", "var", "x", denied},
-      {"user", "var", "user", "x", denied},
-      {"admin", "root", "admin", "x", denied},
-      {"user", "user", "wrong", "x", wrong},
-      // Sessions that an Action URI logged in hold a login name, which has its identity's rights at the most.
-      {"joe", "admin", "", "x", denied},
-      {"joe", "var", "", "x", denied},
-      {"joe", "user", "", "x", wrong},
-      {"boss", "admin", "", "x", denied},
-      {"nobody", "user", "", "x", denied},
-      {"admin", "user", "", "long new password", done},
-      {"var", "var", "var", "v2", done},
-      {"var", "var", "v2", "v2", done},
-  };
-  std::string before = content("/config/data/htpasswd");
-  for (const auto& [user, mode, old, fresh, expected] : rows) {
-    const bool renamed = std::set<std::string>{"joe", "boss", "nobody"}.contains(user);
-    setConfig(renamed ? "UserNameUser=joe&UserNameAdmin=boss" : "UserNameUser=user&UserNameAdmin=admin");
-    session.attributes["user"] = user;
-    const RecordingResponse answer =
-        save("security", "mode=" + mode + "&editOldPassword=" + old + "&editNewPassword=" + fresh);
-    EXPECT_EQ(answer.variable("noticeLabel"), expected) << user << ' ' << mode;
-    if (expected == done) before = content("/config/data/htpasswd");
-    EXPECT_EQ(content("/config/data/htpasswd"), before) << user << ' ' << mode;
-  }
-  const filePassword file(kPasswordFile);
-  for (const auto& [user, password] : Values{{"user", "long new password"}, {"var", "v2"}, {"admin", "admin"}}) {
-    EXPECT_TRUE(file.IsRightUserPassword(user.c_str(), password.c_str())) << user;
-  }
-  for (const std::string& line : log) EXPECT_EQ(line.find("long new"), std::string::npos) << line;
-  EXPECT_TRUE(save("security", "mode=user").untouched());
-  EXPECT_EQ(log.back(), "4 SecurityServlet::writeConfig para error");
+TEST_F(AccountPages, RegistrationStatusForTheBrowser) {
+  setState(R"({"registration":[2,2],"answers":{"app_hostapp 0x30006":-1}})");
+  EXPECT_EQ(run("account-register", "askstatus", "acc=1").body, "0");
+  EXPECT_EQ(messages(), Messages{});
+  EXPECT_EQ(run("account-register", "askstatus", "acc=0").body, "-1");
+  EXPECT_EQ(load("account-register", "acc=0").variable("AccountStatus"), "Unknown");
+  setState(R"({"answers":{"app_hostapp 0x30006":123}})");
+  EXPECT_EQ(run("account-register-lync", "askstatus", "acc=0").body, "12");
+  EXPECT_TRUE(load("account-register-lync", "acc=0").untouched());
+  EXPECT_TRUE(save("account-register-lync", "var_accountID=0").untouched());
 }
 
 }  // namespace

@@ -1,13 +1,14 @@
-// The feature and setting pages that are tables, and what some of them do beyond.
+// The features pages.
 #include "framework/file_password.h"
 #include "tests/support/page_test.h"
 
 namespace {
 
 using FeaturePages = PageTest;
+using ForwardTest = PageTest;
 
 TEST_F(FeaturePages, AnnounceWhatChanged) {
-  setConfig("JitterAdaptive=1&AURILimitIP=any");
+  setConfig("AURILimitIP=any");
   expectSaves({
       {"features-audio", "", "broadcast 0x10007 11 0"},
       {"features-callpickup", "GPickupSwitch=1&BSFTActive=9", "", "GPickupSwitch=1&BSFTActive=0"},
@@ -17,31 +18,16 @@ TEST_F(FeaturePages, AnnounceWhatChanged) {
       {"features-transfer", "SemiAttendedTranSwitch=0", "broadcast 0x10007 28 0", "SemiAttendedTranSwitch=0"},
       {"features-bluetooth", "BluetoothSwitch=1", "post bluetooththread 0xa59 1 0", "BluetoothSwitch=1"},
       {"features-bluetooth", "BluetoothSwitch=1", ""},
-      {"contacts-multicastIP", "ListenAddress7Label=<shop>", "broadcast 0x10007 42 0", "ListenAddress7Label=<shop>"},
-      {"contacts-multicastIP", "ListenAddress7Label=<shop>", ""},
-      {"settings-areacode", "AreaCode=7", "post app_hostapp 0x10007 18 0", "AreaCode=7"},
-      {"settings-areacode", "", "post app_hostapp 0x10007 18 0"},
-      {"settings-tones", "ToneDial=425/0", "broadcast 0x10007 12 0", "ToneDial=425/0"},
-      {"settings-tones", "", "broadcast 0x10007 12 0"},
-      {"settings-voice", "JitterType=0&JitterAdaptive=9", "broadcast 0x10007 17 0", "JitterAdaptive=0"},
-      {"settings-tr069", "TR069ServerPassword=********", "", "TR069ServerPassword="},
-      {"settings-tr069", "TR069ServerPassword=secret", "broadcast 0x10007 23 0", "TR069ServerPassword=secret"},
-      {"settings-tr069", "TR069ServerURL=http://acs", "broadcast 0x10007 23 0", "TR069ServerURL=http://acs"},
       {"features-actionurl", "AUMute=http://a/$ip&AURemoteIP=x", "broadcast 0x10007 38 0",
        "AUMute=http://a/$ip&AURemoteIP="},
       {"features-remotecontrl", "AURILimitIP=any", "", "AURIShowMsgBoxEnable=0"},
       {"features-remotecontrl", "AURILimitIP=10.*.*.*", "", "AURIShowMsgBoxEnable=1"},
-      {"hidden", "HeadsetSend=7&BSFTActive=1", "broadcast 0x10007 28 0", "HeadsetSend=7&BSFTActive=0"},
   });
 }
 
 TEST_F(FeaturePages, QuirksOfSingleTables) {
   EXPECT_TRUE(load("features-bluetooth").variable("ShowLevel").ends_with("&features-bluetooth=2$GPickupSwitch=0"));
   EXPECT_EQ(load("features-callpickup").variable("BSFTActive"), "0");
-  EXPECT_EQ(load("settings-voice").variable("supportTR069"), "true");
-  EXPECT_TRUE(save("settings-voice", "VPMVAD=1").untouched());
-  EXPECT_EQ(config("VPMVAD"), "1");
-  EXPECT_EQ(log.back(), "4 SettingsVoiceServlet::writeConfig() para error");
 }
 
 TEST_F(FeaturePages, PhoneLockKeepsThePinAsAHash) {
@@ -55,17 +41,6 @@ TEST_F(FeaturePages, PhoneLockKeepsThePinAsAHash) {
   EXPECT_NE(file.find(filePassword::GetEncryptedText("4711", "ab")), std::string::npos) << file;
   EXPECT_NE(file.find("kept"), std::string::npos);
   EXPECT_EQ(file.find("4711"), std::string::npos);
-}
-
-TEST_F(FeaturePages, TonesOfferCustomFirst) {
-  write("/config/tone/CptToneCountry.cfg", "[Germany]\ndial=425\n[Austria]\n[" + std::string(70, 'x') + "]\n");
-  setConfig("ToneCountry", "Austria");
-  const RecordingResponse page = load("settings-tones");
-  EXPECT_EQ(page.column("countryLoop", "selName"), "Custom|Germany|Austria|" + std::string(63, 'x'));
-  EXPECT_EQ(page.column("countryLoop", "selected"), "false|false|true|false");
-  std::filesystem::remove(file("/config/tone/CptToneCountry.cfg"));
-  setConfig("ToneCountry", "Custom");
-  EXPECT_EQ(load("settings-tones").column("countryLoop", "selected"), "true");
 }
 
 TEST_F(FeaturePages, GeneralAnnouncesEachGroupOnItsOwn) {
@@ -168,37 +143,6 @@ TEST_F(LogoTest, IsShownAndDeleted) {
   EXPECT_EQ(run("features-general", "uploadLogo").variable("result"), "(absent)");
 }
 
-TEST_F(FeaturePages, ProvisioningNow) {
-  setConfig("AutoProvisionAESKey16", "old");
-  EXPECT_TRUE(save("settings-autop", "AutoProvisionUser=x").untouched());
-  EXPECT_EQ(config("AutoProvisionUser"), "");
-  expectSaves({{"settings-autop",
-                "now=false&AutoProvisionUser=u&AutoProvisionAESKey16=********&AutoProvisionPassword=p&"
-                "AutoProvisionPowerOn=0",
-                "", "AutoProvisionUser=u&AutoProvisionAESKey16=old&AutoProvisionPassword=p&AutoProvisionPowerOn=0"}});
-  EXPECT_EQ(save("settings-autop", "now=true&AutoProvisionAESKey16=").variable("noticeLabel"),
-            "setInterval$settings-autop$Configuration updating ...");
-  EXPECT_EQ(announced(), "post autoServer 0xb0001 0 0");
-  EXPECT_EQ(config("AutoProvisionAESKey16"), "");
-  for (const auto& [answer, text] : std::map<int, const char*>{{0, "idle"}, {1, "autoprovision"}, {-1, "idle"}}) {
-    setState("{\"answers\":{\"autoServer 0xa0001\":" + std::to_string(answer) + "}}");
-    EXPECT_EQ(run("settings-autop", "result").body, text);
-  }
-  for (const std::string& name : load("settings-autop").names) {
-    EXPECT_EQ(name.find("Password") + name.find("AESKey"), 2 * std::string::npos) << name;
-  }
-}
-
-TEST_F(FeaturePages, Tr069FillsInItsUserName) {
-  setConfig("TR069DeviceManufacturerOUI=02005E&TR069DeviceProductClass=Desk");
-  setState(R"({"mac":"02005e000046"})");
-  for (const auto& [stored, shown] :
-       Values{{"$ManufactureOUI-$ProductClass-$MAC", "02005E-Desk-02005e000046"}, {"<$MAC>", "&lt;$MAC&gt;"}}) {
-    setConfig("TR069ServerUsername", stored);
-    EXPECT_EQ(load("settings-tr069").variable("TR069ServerUsername"), shown);
-  }
-}
-
 TEST_F(FeaturePages, CommandServerIsForPhonesThatFollowOne) {
   EXPECT_EQ(load("features-actionurl").variable("umeactive"), "(absent)");
   setConfig("ISUME", "1");
@@ -206,33 +150,76 @@ TEST_F(FeaturePages, CommandServerIsForPhonesThatFollowOne) {
   EXPECT_EQ(load("features-actionurl").variable("AURemoteIP umeactive"), "x|1");
 }
 
-TEST_F(FeaturePages, PagingHasTenRows) {
-  setConfig("ListenAddress7Label=<shop>&ListenAddress10IPAddress=" + std::string(200, '1'));
-  const RecordingResponse page = load("contacts-multicastIP");
-  const std::pair<const char*, std::string> columns[] = {{"index", "1|2|3|4|5|6|7|8|9|10"},
-                                                         {"classStyle", "0|1|0|1|0|1|0|1|0|1"},
-                                                         {"Label", "||||||&lt;shop&gt;|||"},
-                                                         {"IPAddress", "|||||||||" + std::string(127, '1')}};
-  for (const auto& [name, values] : columns) EXPECT_EQ(page.column("multicastIPloop", name), values);
-  EXPECT_EQ(page.loops.at("multicastIPloop")[9].at("section"), "ListenAddress10");
+TEST_F(FeaturePages, AcdShowsItsKeysAndLevels) {
+  setConfig("ACDAutoAvailableTime", "<b>");
+  const RecordingResponse page = load("features-acd");
+  EXPECT_EQ(page.contentType, "text/html");
+  EXPECT_EQ(page.templates, Messages{"/phone/www/WEB-INFO/template/features-acd.htm"});
+  EXPECT_EQ(page.variable("EnableACDAutoAvailable ACDAutoAvailableTime Identity"), "0|&lt;b&gt;|admin");
+  EXPECT_EQ(page.variable("ShowLevel"),
+            "features-acd=1&features-forward=2&features-general=1&features-audio=2&features-intercom=2&"
+            "features-transfer=1&features-callpickup=1&features-remote=0&features-phonelock=1&features-sms=2&"
+            "features-actionurl=0&features-bluetooth=2$FeaturesACDAutoAvailable=1&FeaturesACDAutoAvailableTimer=1");
 }
 
-TEST_F(FeaturePages, RingsAreStoredByTheirPosition) {
-  std::filesystem::remove_all(file("/phone/resource/sysdata/sound"));
-  std::filesystem::remove_all(file("/data/userdata/sound"));
-  for (const char* ring : {"Ring2.wav", "Ring1.WAV", ".svn"})
-    write(std::string("/phone/resource/sysdata/sound/") + ring, "x");
-  const std::string odd = "a b'\"$(x)\xC3\xA4.wav";
-  write("/data/userdata/sound/" + odd, "x");
-  const std::string fields =
-      "Text=<a>&Ringer=default-ring.wav&Text=b&Ringer=Ring1.WAV&Text=c&Ringer=Ring2.wav&Text=d&Ringer=" + odd +
-      "&Text=e&Ringer=none.wav";
-  setConfig("AlertInfo9Text", "kept");
-  expectSaves({{"settings-ring", fields, "broadcast 0x10007 57 0", "AlertInfo0Text=<a>&AlertInfo3Text=d"}});
-  EXPECT_EQ(config("AlertInfo0Ringer AlertInfo1Ringer AlertInfo2Ringer AlertInfo3Ringer AlertInfo4Ringer "
-                   "AlertInfo9Text"),
-            "0|1|2|3|0|kept");
-  EXPECT_EQ(load("settings-ring").column("TRLoop", "row"), "1|2|3|4|5|6|7|8|9|10");
+TEST_F(FeaturePages, AcdAnnouncesAChangeOnce) {
+  const char both[] = "EnableACDAutoAvailable=1&ACDAutoAvailableTime=90";
+  expectSaves({{"features-acd", both, "post app_hostapp 0x10007 39 0", both},
+               {"features-acd", both, "", both},
+               {"features-acd"},
+               {"features-acd", "ACDAutoAvailableTime=91", "post app_hostapp 0x10007 39 0"}});
+  save("features-acd", both);
+  EXPECT_EQ(messages(), (Messages{"send app_hostapp 0x30007 0 1", "post app_hostapp 0x10007 39 0"}));
+}
+
+TEST_F(ForwardTest, PhoneMode) {
+  setConfig("NoAnswerForwardDelayTime", "3");
+  const RecordingResponse page = load("features-forward");
+  EXPECT_EQ(page.variable("ForwardMode NoAnswerForwardDelayTime FWDIndex FWDNoAccount"), "0|3|(absent)|(absent)");
+  EXPECT_EQ(page.column("delayTimeLoop", "selName"),
+            "0|6|12|18|24|30|36|42|48|54|60|66|72|78|84|90|96|102|108|114|120");
+  EXPECT_TRUE(page.column("delayTimeLoop", "selected").starts_with("0|0|0|1|0|"));
+  EXPECT_EQ(page.column("AccountLoop", "selName"), "1000");
+  const std::string busy = "ForwardMode=0&BusyForwardTarget=1";
+  expectSaves({{"features-forward", busy + "&DndMode=0&DndStatus=1", "broadcast 0x10007 1 0; broadcast 0x10007 30 0",
+                "BusyForwardTarget=1&DndStatus=1"},
+               {"features-forward", busy},
+               {"features-forward", "DNDEmergencySwitch=1&BusyForwardTarget=2", "",
+                "DNDEmergencySwitch=1&BusyForwardTarget=1"}});
+}
+
+TEST_F(ForwardTest, CustomModeKeepsAnAccountsOwnSettings) {
+  setConfig("AccountEnable@0=1&AccountEnable@2=1");
+  write("/config/user/user.ini", "[Account2]\nTimeout=5\nAF_Target=<7>\n[DNDAccount0]\nDND=1\n");
+  const RecordingResponse page = load("features-forward", "ForwardMode=1&DndMode=1&fwd=2");
+  EXPECT_EQ(page.variable("AlwaysForwardTarget NoAnswerForwardDelayTime FWDIndex DndStatus DNDIndex ForwardMode"),
+            "&lt;7&gt;|5|2|1|0|1");
+  EXPECT_TRUE(page.column("delayTimeLoop", "selected").starts_with("0|0|0|0|0|1|0|"));
+  EXPECT_EQ(page.column("AccountLoop", "selValue"), "0|2");
+  EXPECT_EQ(load("features-forward", "ForwardMode=1").variable("FWDIndex"), "(absent)");
+  announced();
+  const RecordingResponse answer =
+      save("features-forward", "ForwardMode=1&DndMode=0&ForwardAccount=2&AlwaysForwardTarget=8&AlwaysForwardSwitch=1");
+  EXPECT_EQ(answer.redirects, Messages{"/servlet?p=features-forward&q=load&fwd=2"});
+  EXPECT_EQ(announced(), "broadcast 0x10007 1 0");
+  EXPECT_EQ(load("features-forward", "fwd=2").variable("AlwaysForwardTarget"), "8");
+  EXPECT_EQ(load("features-forward", "fwd=0").variable("AlwaysForwardTarget"), "");
+  EXPECT_EQ(config("AlwaysForwardTarget"), "");
+}
+
+TEST_F(ForwardTest, AccountsThatAreNoneAreRefused) {
+  const std::string before = everythingStored();
+  for (const std::string account : {"x", "0]", "0\n[x", "../0", "123456789", "-1", "6", " 0"}) {
+    const RecordingResponse answer =
+        save("features-forward", "ForwardMode=1&AlwaysForwardTarget=8&DNDEmergencySwitch=1&ForwardAccount=" + account);
+    EXPECT_EQ(answer.variable("noticeLabel"), "setTimeout$features-forward$Error:There is no such account!") << account;
+    EXPECT_TRUE(save("features-forward", "DndMode=1&DNDAccount=" + account).redirects.empty()) << account;
+  }
+  EXPECT_TRUE(everythingStored() == before);
+  setConfig("AccountEnable@0", "0");
+  EXPECT_EQ(
+      load("features-forward", "ForwardMode=1&DndMode=1&fwd=2").variable("FWDNoAccount FWDIndex DNDNoAccount DNDIndex"),
+      "true|-1|true|-1");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "framework/session_login.h"
+#include "framework/session.h"
 
 #include <algorithm>
 #include <cstring>
