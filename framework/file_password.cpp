@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "framework/file_utils.h"
+#include "platform/log.h"
 #include "platform/os_services.h"
 
 namespace {
@@ -25,6 +26,14 @@ void extendSalt(std::string& salt, std::size_t length) {
       salt += kSaltAlphabet[static_cast<std::size_t>(std::rand()) % kSaltAlphabet.size()];
     }
   }
+}
+
+std::size_t blocksOf(std::string_view password) {
+  return password.empty() ? 1 : (password.size() - 1) / kBlock + 1;
+}
+
+std::size_t hashSize(const char* password) {
+  return kGroup * blocksOf(password ? password : "");
 }
 
 }  // namespace
@@ -49,16 +58,19 @@ std::vector<filePassword::Entry>::const_iterator filePassword::find(const char* 
 
 bool filePassword::IsRightUserPassword(const char* user, const char* password) const {
   const auto entry = find(user);
-  return entry != entries_.end() && GetEncryptedText(password, entry->second.c_str()) == entry->second;
+  // A length that cannot match is not worth hashing.
+  if (entry == entries_.end() || entry->second.size() != hashSize(password)) return false;
+  return GetEncryptedText(password, entry->second.c_str()) == entry->second;
 }
 
 bool filePassword::SetUserPassword(const char* user, const char* password) {
   const auto known = find(user);
+  std::string hash = newHash(password, known == entries_.end() ? "" : known->second);
+  if (hash.empty()) return false;
   if (known == entries_.end()) {
-    entries_.emplace_back(user ? user : "", GetEncryptedText(password, nullptr));
+    entries_.emplace_back(user ? user : "", std::move(hash));
     return true;
   }
-  std::string hash = GetEncryptedText(password, known->second.c_str());
   if (hash == known->second) return false;
   entries_[static_cast<std::size_t>(known - entries_.begin())].second = std::move(hash);
   return true;
@@ -79,7 +91,7 @@ void filePassword::SaveToFile(const char* path) const {
 
 std::string filePassword::GetEncryptedText(const char* password, const char* salt) {
   const std::string text = password ? password : "";
-  const std::size_t blocks = text.empty() ? 1 : (text.size() - 1) / kBlock + 1;
+  const std::size_t blocks = blocksOf(text);
   std::string salts = salt ? salt : "";
   extendSalt(salts, kGroup * blocks);
   std::string hash;
@@ -89,6 +101,15 @@ std::string filePassword::GetEncryptedText(const char* password, const char* sal
     if (result && result[0] != '*') hash += result;  // a refused salt gives "*0" or "*1"
   }
   return hash;
+}
+
+std::string filePassword::newHash(const char* password, const std::string& old) {
+  for (const char* salt : {old.c_str(), ""}) {
+    std::string hash = GetEncryptedText(password, salt);
+    if (hash.size() == hashSize(password)) return hash;
+  }
+  log_log(kWebLog, kLogError, "filePassword: no hash can be made\n");
+  return {};
 }
 
 void EncryptString(const char* plain, std::string& output, const char* salt) {

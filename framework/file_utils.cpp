@@ -131,8 +131,8 @@ bool replaceFile(const char* path, std::string_view content, mode_t mode) {
   const int file = mkstemp(beside.data());
   if (file < 0) return false;
   struct stat old {};
-  const mode_t rights = stat(real.c_str(), &old) == 0 ? old.st_mode & 0777 : mode;
-  const bool written = writeAll(file, content) && fchmod(file, rights) == 0 && fsync(file) == 0;
+  if (mode == 0) mode = stat(real.c_str(), &old) == 0 ? old.st_mode & 0777 : 0600;
+  const bool written = writeAll(file, content) && fchmod(file, mode) == 0 && fsync(file) == 0;
   if (close(file) == 0 && written && rename(beside.c_str(), real.c_str()) == 0) {
     syncFolderOf(real);
     return true;

@@ -29,9 +29,9 @@ std::int64_t GetPartionFreeSize(const char* path);
 // From a file's first bytes: 1 for a bitmap, 2 for JPEG, 3 for PNG, 0 for anything else.
 int GetImageTypeByData(std::string_view data);
 
-// Replaces the file whole: written beside it, on disk, then renamed. It keeps the old file's rights; a new one gets
-// those of `mode`. False, with the old file untouched, when that fails.
-bool replaceFile(const char* path, std::string_view content, mode_t mode = 0600);
+// Replaces the file whole: written beside it, on disk, then renamed. It gets the rights of `mode`, or with 0 the old
+// file's, a new one its owner's alone. False, with the old file untouched, when that fails.
+bool replaceFile(const char* path, std::string_view content, mode_t mode = 0);
 
 // Removes a file; false when there is none or it cannot be removed.
 bool removeFile(const char* path);

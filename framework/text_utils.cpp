@@ -31,20 +31,6 @@ std::optional<int> parseInt(const char* text) {
   return text ? parseInt(std::string_view(text)) : std::nullopt;
 }
 
-std::string encodeQueryValue(std::string_view text) {
-  constexpr char kHex[] = "0123456789ABCDEF";
-  std::string encoded;
-  for (const char c : text) {
-    if (isAsciiAlnum(c) || std::string_view("-_.~").find(c) != std::string_view::npos) {
-      encoded += c;
-    } else {
-      const auto byte = static_cast<unsigned char>(c);
-      encoded += {'%', kHex[byte >> 4], kHex[byte & 15]};
-    }
-  }
-  return encoded;
-}
-
 bool isPlainName(std::string_view text) {
   return !text.empty() && std::ranges::all_of(text, [](char c) { return isAsciiAlnum(c) || c == '-' || c == '_'; });
 }

@@ -16,9 +16,6 @@ std::optional<int> parseInt(std::string_view text);
 // The same for a text that may be null.
 std::optional<int> parseInt(const char* text);
 
-// The text as a value in a query: letters, digits, "-", "_", "." and "~" as they are, every other byte as "%XX".
-std::string encodeQueryValue(std::string_view text);
-
 // True for a text made of ASCII letters, digits, "-" and "_" only, and not empty: what the phone's page names are.
 bool isPlainName(std::string_view text);
 

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "framework/config_operate.h"
+#include "framework/session.h"
 #include "framework/text_utils.h"
 #include "platform/device.h"
 #include "platform/log.h"
@@ -43,12 +44,6 @@ TMPL_varlist* addVisibility(TMPL_varlist* list, HttpRequest* request, const Visi
   if (!items.empty()) showString(SHOWTYPE_ITEM, items.data(), static_cast<int>(items.size()), &levels, size);
   list = TMPL_add_var(list, "ShowLevel", levels.c_str(), "Identity", sessionIdentity(request).c_str(), nullptr);
   return AddDevType(list);
-}
-
-std::string sessionIdentity(HttpRequest* request) {
-  HttpSession* session = request->getSession(1);
-  const char* user = session ? session->getAttribute("user") : nullptr;
-  return user ? user : "";
 }
 
 TMPL_varlist* AddDevType(TMPL_varlist* list) {

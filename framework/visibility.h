@@ -26,9 +26,6 @@ void showString(SHOWTYPE type, const char* const* keys, int count, std::string* 
 // What every page's showItemsByLevel() does: adds "ShowLevel", "Identity", "devseries" and "devtypeInfo".
 TMPL_varlist* addVisibility(TMPL_varlist* list, HttpRequest* request, const Visibility& visibility);
 
-// The identity ("admin", "var", "user"; or a login name) of the request's session, empty when nobody is logged in.
-std::string sessionIdentity(HttpRequest* request);
-
 // Adds "devseries" and "devtypeInfo".
 TMPL_varlist* AddDevType(TMPL_varlist* list);
 

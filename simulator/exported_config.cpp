@@ -3,16 +3,15 @@
 #include <algorithm>
 #include <cctype>
 
+#include "platform/config_parser.h"
 #include "simulator/ini_file.h"
 
 namespace simulator {
 namespace {
 
-constexpr std::string_view kSecretNames[] = {"password", "passwd", "pwd", "pin", "aeskey", "secret"};
-
 bool isSecretName(std::string name) {
   std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
-  return std::any_of(std::begin(kSecretNames), std::end(kSecretNames),
+  return std::any_of(std::begin(kSecretWords), std::end(kSecretWords),
                      [&name](std::string_view word) { return name.find(word) != std::string::npos; });
 }
 

@@ -8,6 +8,7 @@
 #include "framework/config_operate.h"
 #include "framework/file_utils.h"
 #include "framework/phone_messages.h"
+#include "framework/session.h"
 #include "framework/shell_command.h"
 #include "framework/text_list.h"
 #include "framework/text_utils.h"
@@ -129,7 +130,8 @@ std::string_view getURIType(std::string_view query) {
   return {};
 }
 
-int proccessActionURI(HttpRequest* request, HttpResponse* response, std::string_view type, const std::string& query) {
+int proccessActionURI(HttpRequest* request, HttpResponse* response, std::string_view type, const std::string& query,
+                      const char* user) {
   const auto command = std::ranges::find(kCommands, type, &Command::type);
   if (command == std::end(kCommands)) {
     log_log(kWebLog, kLogWarning, "proccessActionURI para error.\n");
@@ -143,6 +145,7 @@ int proccessActionURI(HttpRequest* request, HttpResponse* response, std::string_
     response->sendError(401);
     return 0;
   }
+  if (user) logInSession(request, user);
   return command->run(request, response, query);
 }
 

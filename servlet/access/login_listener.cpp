@@ -1,14 +1,13 @@
 // The request filter: decides for every request whether its page may have it.
 #include <algorithm>
-#include <cctype>
 #include <list>
 #include <string>
 #include <string_view>
 
 #include "framework/config_operate.h"
-#include "framework/file_password.h"
 #include "framework/file_utils.h"
 #include "framework/page_factory.h"
+#include "framework/query_text.h"
 #include "framework/servlet_base.h"
 #include "framework/session.h"
 #include "framework/text_utils.h"
@@ -17,6 +16,7 @@
 #include "platform/log.h"
 #include "platform/web_debug.h"
 #include "servlet/access/action_uri.h"
+#include "servlet/access/credentials.h"
 #include "servlet/access/login_targets.h"
 #include "servlet/access/push_xml.h"
 
@@ -48,31 +48,6 @@ Query queryOf(HttpRequest* request) {
   query.password = credentials.substr(std::min(colon + 1, credentials.size()));
   query.hasCredentials = true;
   return query;
-}
-
-bool namesSecret(std::string_view name) {
-  std::string lower(name);
-  std::ranges::transform(lower, lower.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return std::ranges::any_of(std::initializer_list<std::string_view>{"pwd", "password", "pin"},
-                             [&](std::string_view word) { return lower.find(word) != std::string::npos; });
-}
-
-// The query for the log: the values of fields that hold secrets are masked.
-std::string withoutSecrets(std::string_view query) {
-  std::string shown;
-  while (!query.empty()) {
-    const std::size_t end = std::min(query.find('&'), query.size());
-    const std::string_view field = query.substr(0, end);
-    const std::size_t equals = field.find('=');
-    if (equals != std::string_view::npos && namesSecret(field.substr(0, equals))) {
-      shown.append(field.substr(0, equals + 1)).append(kSecretPlaceholder);
-    } else {
-      shown += field;
-    }
-    if (end < query.size()) shown += '&';
-    query.remove_prefix(std::min(end + 1, query.size()));
-  }
-  return shown;
 }
 
 void setDebugLevel() {
@@ -109,7 +84,7 @@ std::string fieldForQuery(HttpRequest* request, const char* name, const char* fa
 // The login form, which is to come back to what was asked for.
 std::string loginTarget(HttpRequest* request, const char* page, const std::string& query) {
   const std::string form = "/servlet?p=login&q=loginForm&jumpto=";
-  if (!page) return form + "URI&" + query;
+  if (!page) return form + "URI&" + encodeQuery(query);
   const std::string name = encodeQueryValue(page);
   if (isAccountPage(page)) return form + name + "&acc=" + fieldForQuery(request, "acc", "0");
   if (std::string_view(page) == "contacts-preview") return form + "contactsbasic";
@@ -119,10 +94,10 @@ std::string loginTarget(HttpRequest* request, const char* page, const std::strin
 
 // An Action URI from a client without a session runs with the credentials that it brought along.
 int runWithCredentials(HttpRequest* request, HttpResponse* response, const Query& query, std::string_view type) {
-  if (query.hasCredentials &&
-      filePassword(kPasswordFile).IsRightUserPassword(query.user.c_str(), query.password.c_str())) {
-    logInSession(request, query.user.c_str());
-    proccessActionURI(request, response, type, query.text);
+  std::string identity;
+  if (query.hasCredentials && credentialsDoor().enter(request->getRemoteAddr(), query.user.c_str(),
+                                                      query.password.c_str(), identity) == Entry::kGranted) {
+    proccessActionURI(request, response, type, query.text, userOfLoginName(query.user, identity).c_str());
     return 1;
   }
   response->addHeader("WWW-Authenticate", "Basic realm=\"VOIP PHONE\"");

@@ -1,27 +1,24 @@
 // The page "login": logging in and out, and the lock-out of clients that guess passwords.
-#include <ctime>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "framework/action_dispatch.h"
-#include "framework/config_operate.h"
-#include "framework/file_password.h"
 #include "framework/orb_hash_map.h"
 #include "framework/page_factory.h"
+#include "framework/query_text.h"
 #include "framework/servlet_base.h"
 #include "framework/session.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
-#include "platform/os_services.h"
+#include "servlet/access/credentials.h"
 #include "servlet/access/login_targets.h"
 
 namespace {
 
 constexpr std::size_t kBuckets = 100;
-constexpr std::size_t kMostClients = 10'000;  // beyond, the counts begin anew: memory stays bounded
-constexpr int kAllowedFailures = 2;
-constexpr std::time_t kLockSeconds = 179;
+constexpr std::size_t kMostSavedUris = 1000;  // beyond, the clients have to ask again: memory stays bounded
 constexpr std::size_t kTargetSize = 64;
 constexpr char kStatusTarget[] = "/servlet?p=status&q=load";
 constexpr char kLockedOut[] =
@@ -40,8 +37,11 @@ std::string uriOf(HttpRequest* request) {
   return start == std::string_view::npos ? "" : std::string(target.substr(start + 4));
 }
 
-bool isVarSwitchedOff(const std::string& identity) {
-  return identity == "var" && readConfigText("AdvancedVarEnabled", 4) == "0";
+// Where to go on with such a text. Only a command may follow, never a page: what a planted link brings would run with
+// the rights of whoever logs in. Empty when the text is not to be followed; half a command could mean something else.
+std::string targetOfUri(const std::string& uri) {
+  const std::string target = "/servlet?" + encodeQuery(uri);
+  return uri.empty() || hasField(uri, "p") || target.size() >= kTargetSize ? "" : target;
 }
 
 }  // namespace
@@ -60,22 +60,20 @@ class LoginServlet : public HttpServlet {
   int logout(HttpRequest* request, HttpResponse* response);
 
   int refuse(HttpRequest* request, HttpResponse* response);
-  bool isLockedOut(HttpRequest* request);
+  void saveUri(HttpRequest* request);
+  std::string takeUri(HttpRequest* request);
   std::string loginTarget(HttpRequest* request);
 
-  OrbHashMap<std::string, int> failures_;  // failed attempts by client address
-  std::time_t lockTime_ = 0;               // when a client was last locked out; shared by all
-  bool failed_ = false;                    // the next form shows the error notice
-  std::string savedUri_;                   // the Action URI to go on with after the login
+  bool failed_ = false;                             // the next form shows the error notice
+  OrbHashMap<std::string, std::string> savedUris_;  // by client: the command to go on with after the login
 };
 
-LoginServlet::LoginServlet() : failures_(kBuckets) {}
+LoginServlet::LoginServlet() : savedUris_(kBuckets) {}
 
 int LoginServlet::init() {
   failed_ = false;
-  lockTime_ = 0;
-  failures_.clear();
-  savedUri_.clear();
+  savedUris_.clear();
+  credentialsDoor().reset();
   return 0;
 }
 
@@ -86,21 +84,13 @@ int LoginServlet::onRequest(HttpRequest* request, HttpResponse* response) {
       {"logout", &LoginServlet::logout},
   };
   response->setContentType("text/html");
-  if (isLockedOut(request)) {
+  const std::string client = request->getRemoteAddr();
+  if (credentialsDoor().failuresOf(client) == 0) failed_ = false;
+  if (credentialsDoor().isLockedOut(client)) {
     response->print("%s", kLockedOut);
     return 1;
   }
   return dispatch(*this, kActions, UnknownAction::kNotFound, request, response);
-}
-
-bool LoginServlet::isLockedOut(HttpRequest* request) {
-  int* failures = failures_.find(request->getRemoteAddr());
-  if (!failures || *failures == 0) failed_ = false;
-  if (!failures || *failures <= kAllowedFailures) return false;
-  if (osTime() - lockTime_ <= kLockSeconds) return true;
-  log_log(kWebLog, kLogInfo, "LoginServlet::onRequest() Lock already 3 min.\n");
-  *failures = 0;
-  return false;
 }
 
 int LoginServlet::loginForm(HttpRequest* request, HttpResponse* response) {
@@ -109,7 +99,7 @@ int LoginServlet::loginForm(HttpRequest* request, HttpResponse* response) {
   if (isAccountPage(jumpto)) list = TMPL_add_var(list, "acc", request->getParameter("acc"), nullptr);
   if (jumpto == kKeyPage) list = TMPL_add_var(list, "acc", request->getParameter("model"), nullptr);
   list = TMPL_add_var(list, "jumpto", jumpto.empty() ? "status" : jumpto.data(), nullptr);
-  if (jumpto == "URI" && savedUri_.empty()) savedUri_ = uriOf(request);
+  if (jumpto == "URI") saveUri(request);
   if (failed_) {
     list = TMPL_add_var(list, "notice", "The username or password is error!", "username",
                         request->getParameter("username"), "password", request->getParameter("pwd"), nullptr);
@@ -123,13 +113,19 @@ int LoginServlet::login(HttpRequest* request, HttpResponse* response) {
   const char* password = request->getParameter("pwd");
   if (!user || !password) return loginForm(request, response);
   std::string identity;
-  GetIdentityByName(user, &identity);
-  const bool right = filePassword(kPasswordFile).IsRightUserPassword(user, password);
-  if (!right || isVarSwitchedOff(identity)) return refuse(request, response);
-
+  switch (credentialsDoor().enter(request->getRemoteAddr(), user, password, identity)) {
+    case Entry::kRefused:
+      return refuse(request, response);
+    case Entry::kLockedOut:
+      failed_ = true;
+      log_log(kWebLog, kLogWarning, "The password is error!\n");
+      response->print("%s", kLockedOut);
+      return 1;
+    case Entry::kGranted:
+      break;
+  }
   log_log(kWebLog, kLogInfo, "password is right\n");
   failed_ = false;
-  if (int* failures = failures_.find(request->getRemoteAddr())) *failures = 0;
   if (!logInSession(request, identity.c_str())) {
     log_log(kWebLog, kLogWarning, "LoginServlet::login() setMaxInactiveInterval failed!\n");
   }
@@ -140,28 +136,33 @@ int LoginServlet::login(HttpRequest* request, HttpResponse* response) {
 int LoginServlet::refuse(HttpRequest* request, HttpResponse* response) {
   failed_ = true;
   log_log(kWebLog, kLogWarning, "The password is error!\n");
-  const std::string client = request->getRemoteAddr();
-  if (int* failures = failures_.find(client)) {
-    if (++*failures == kAllowedFailures + 1) {
-      lockTime_ = osTime();
-      response->print("%s", kLockedOut);
-      return 1;
-    }
-  } else {
-    if (failures_.size() >= kMostClients) failures_.clear();
-    failures_.set(client, 1);
-  }
   loginForm(request, response);
   response->sendError(401);
   return 1;
+}
+
+// The first that a client brings counts, until it is taken.
+void LoginServlet::saveUri(HttpRequest* request) {
+  const std::string client = request->getRemoteAddr();
+  const std::string uri = uriOf(request);
+  const std::string* saved = savedUris_.find(client);
+  if (targetOfUri(uri).empty() || (saved && !saved->empty())) return;
+  if (savedUris_.size() >= kMostSavedUris) savedUris_.clear();
+  savedUris_.set(client, uri);
+}
+
+std::string LoginServlet::takeUri(HttpRequest* request) {
+  std::string* saved = savedUris_.find(request->getRemoteAddr());
+  return saved && !saved->empty() ? std::exchange(*saved, "") : uriOf(request);
 }
 
 std::string LoginServlet::loginTarget(HttpRequest* request) {
   const std::string_view page = field(request, "jumpto");
   std::string target = kStatusTarget;
   if (page == "URI") {
-    target = "/servlet?" + (savedUri_.empty() ? uriOf(request) : savedUri_);
-    savedUri_.clear();
+    const std::string uri = takeUri(request);
+    if (uri.empty()) return target;
+    target = targetOfUri(uri);
   } else if (!isPlainName(page) || page == "status") {
     return target;  // a name that is none could smuggle further fields into the address
   } else if (isAccountPage(page)) {
@@ -174,9 +175,8 @@ std::string LoginServlet::loginTarget(HttpRequest* request) {
   } else {
     target = "/servlet?p=" + std::string(page) + "&q=load";
   }
-  if (target.size() < kTargetSize) return target;
-  log_log(kWebLog, kLogWarning,
-          "LoginServlet::login() target is too long\n");  // half a command could mean something else
+  if (!target.empty() && target.size() < kTargetSize) return target;
+  log_log(kWebLog, kLogWarning, "LoginServlet::login() target is refused\n");
   return kStatusTarget;
 }
 

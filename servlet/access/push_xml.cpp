@@ -14,6 +14,7 @@ namespace {
 
 constexpr char kDocument[] = "/tmp/XmlBrowserFile.xml";
 constexpr std::string_view kBodyField = "xml=";
+constexpr mode_t kReadableByAll = 0644;  // the screen runs as another user
 constexpr std::size_t kServerListSize = 256;
 constexpr std::size_t kBlockSize = 4096;
 
@@ -32,7 +33,7 @@ std::string documentInBody(HttpRequest* request) {
 
 bool showDocument(const std::string& document) {
   log_log(kWebLog, kLogInfo, "The content length of push xml = %d\n", static_cast<int>(document.size()));
-  if (!replaceFile(kDocument, document)) {
+  if (!replaceFile(kDocument, document, kReadableByAll)) {
     log_log(kWebLog, kLogWarning, "pushXML() End. failed to open file\n");
     return false;
   }

@@ -1,5 +1,7 @@
 #include "servlet/account/account_codec_list.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "framework/config_operate.h"
@@ -62,8 +64,12 @@ bool PutCodecData2List(OrbList<Codec_Info>& codecs, const OrbList<std::string>& 
 }
 
 void StoreCodecs(const OrbList<Codec_Info>& codecs, int account) {
+  std::array<const Codec_Info*, kSlots> last{};
   for (const Codec_Info& codec : codecs) {
-    if (codec.index < 0 || codec.index >= kSlots) continue;
+    if (codec.index >= 0 && codec.index < kSlots) last[static_cast<std::size_t>(codec.index)] = &codec;
+  }
+  for (const Codec_Info& codec : codecs) {
+    if (std::ranges::find(last, &codec) == last.end()) continue;
     writeConfigOperate(ACCOUNT_FILE, slotKey(codec.index, "Switch").c_str(), codec.enabled ? "1" : "0", account);
     if (!codec.enabled) continue;
     writeConfigOperate(ACCOUNT_FILE, slotKey(codec.index, "Priority").c_str(), std::to_string(codec.priority).c_str(),

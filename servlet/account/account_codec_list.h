@@ -22,5 +22,6 @@ bool SortAudioByPriority(OrbList<Codec_Info>* codecs);
 // Appends posted entries "name:slot", enabled ones with priorities from 1 on; what is no entry is skipped.
 bool PutCodecData2List(OrbList<Codec_Info>& codecs, const OrbList<std::string>& entries, bool enabled);
 
-// Stores the switch of each codec and the priority of the enabled ones. Slots that do not exist are left out.
+// Stores the switch of each codec and the priority of the enabled ones. The last entry of a slot counts; slots that do
+// not exist are left out.
 void StoreCodecs(const OrbList<Codec_Info>& codecs, int account);

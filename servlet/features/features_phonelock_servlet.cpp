@@ -25,6 +25,7 @@ constexpr Visibility kVisibility{.menu = kMenu, .items = kItems, .bufferSize = 1
 static_assert(allUnique(kKeys) && allUnique(kLockKeys) && allUnique(kItems));
 
 constexpr std::size_t kHashSize = 128;
+constexpr std::size_t kPinSize = 80;  // what comes behind does not reach the hash that is kept
 
 // The PIN is kept as a hash, whose salt stays.
 void storePin(const char* pin) {
@@ -33,7 +34,8 @@ void storePin(const char* pin) {
   if (!ini) return;
   std::string stored = ini->registryGetString("Unlock_PIN", "");
   cutText(stored, kHashSize);
-  std::string hash = filePassword::GetEncryptedText(pin, stored.c_str());
+  std::string hash = filePassword::newHash(std::string(pin).substr(0, kPinSize).c_str(), stored);
+  if (hash.empty()) return;
   cutText(hash, kHashSize);
   ini->registrySetString("Unlock_PIN", hash.c_str());
   ini->registryFlush();

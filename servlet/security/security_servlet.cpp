@@ -10,6 +10,7 @@
 #include "framework/notice.h"
 #include "framework/page_factory.h"
 #include "framework/servlet_base.h"
+#include "framework/session.h"
 #include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
@@ -22,17 +23,12 @@ constexpr Visibility kVisibility{.menu = kMenu};
 
 constexpr std::size_t kLineSize = 256;
 
-// Whether `user` sees the account of that identity. Names that are no identity are everybody's.
-bool isListed(std::string_view user, std::string_view identity, bool varEnabled) {
-  if (identity == "var" && (!varEnabled || user == "user")) return false;
-  return identity != "admin" || (user != "user" && user != "var");
-}
-
-// The session's identity. A session that came in by an Action URI holds a login name in its place.
-std::string identityOf(const std::string& user) {
-  std::string identity = user;
-  if (user != "admin" && user != "var" && user != "user") GetIdentityByName(user.c_str(), &identity);
-  return identity;
+// Whether somebody with the rights of `own` sees the account of that identity. Names that are no identity are
+// everybody's, and whoever has none himself sees no more than they.
+bool isListed(std::string_view own, std::string_view identity, bool varEnabled) {
+  if (own != "admin" && own != "var" && own != "user") return identity.empty();
+  if (identity == "var" && (!varEnabled || own == "user")) return false;
+  return identity != "admin" || own == "admin";
 }
 
 // Whether the password of `mode` is the user's to change. The administrator's is so to a session of that very identity
@@ -42,7 +38,8 @@ bool mayChange(const std::string& user, const std::string& identity, std::string
   return mode != "admin" && (mode == identity || identity == "admin" || (identity == "var" && mode == "user"));
 }
 
-TMPL_loop* userRows(std::string_view passwords, std::string_view user) {
+TMPL_loop* userRows(std::string_view passwords, const std::string& user) {
+  const std::string own = identityOfUser(user);
   const bool varEnabled = readConfigText("AdvancedVarEnabled", 4) != "0";
   TMPL_loop* rows = nullptr;
   while (!passwords.empty()) {
@@ -55,7 +52,7 @@ TMPL_loop* userRows(std::string_view passwords, std::string_view user) {
     name.resize(colon);
     std::string identity;
     GetIdentityByName(name.c_str(), &identity);
-    if (!isListed(user, identity, varEnabled)) continue;
+    if (!isListed(own, identity, varEnabled)) continue;
     rows = TMPL_add_varlist(rows, TMPL_add_var(nullptr, "typeName", name.c_str(), "typeValue", identity.c_str(),
                                                "selected", name == user ? "selected" : "", nullptr));
   }
@@ -112,15 +109,17 @@ int SecurityServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
 
 int SecurityServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
   if (IsInTalking(response)) return 1;
-  const std::string user = sessionIdentity(request);
+  HttpSession* session = request->getSession(1);
+  const char* loggedIn = session ? session->getAttribute("user") : nullptr;
   const char* mode = request->getParameter("mode");
   const char* password = request->getParameter("editNewPassword");
-  if (user.empty() || !mode || !password) {
+  if (!loggedIn || !mode || !password) {
     log_log(kWebLog, kLogWarning, "SecurityServlet::writeConfig para error\n");
     return 1;
   }
+  const std::string user = loggedIn;
   log_log(kWebLog, kLogInfo, "userType = %s, user=%s\n", mode, user.c_str());
-  const std::string identity = identityOf(user);
+  const std::string identity = identityOfUser(user);
   std::string name;
   GetNameByIdentity(&name, mode);
   if (name.empty() || !mayChange(user, identity, mode)) {

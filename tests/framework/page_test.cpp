@@ -239,4 +239,16 @@ TEST_F(PasswordTest, EntriesKeepTheirPlace) {
   EXPECT_FALSE(filePassword("/config/none").IsRightUserPassword("a", "secret12"));
 }
 
+TEST_F(PasswordTest, NoHashIsNobodysPassword) {
+  write("/config/data/htpasswd", "none:\nlocked:!\nodd:!!hv/ZnAzL36k\nlong:abhv/ZnAzL36kabhv/ZnAzL36k\n");
+  filePassword file(kPasswordFile);
+  for (const char* user : {"none", "locked", "odd", "long"}) {
+    for (const char* password : {"", "!", "!!", "secret12", "secret12secret12secret12"}) {
+      EXPECT_FALSE(file.IsRightUserPassword(user, password)) << user << ' ' << password;
+    }
+    EXPECT_TRUE(file.SetUserPassword(user, "new")) << user;
+    EXPECT_TRUE(file.IsRightUserPassword(user, "new")) << user;
+  }
+}
+
 }  // namespace

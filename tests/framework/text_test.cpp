@@ -8,6 +8,7 @@
 #include "framework/file_utils.h"
 #include "framework/orb_hash_map.h"
 #include "framework/page_tables.h"
+#include "framework/query_text.h"
 #include "framework/text_list.h"
 #include "framework/text_utils.h"
 #include "tests/support/phone_test.h"

@@ -112,13 +112,37 @@ TEST_F(LoginTest, ActionUriGoesOnAfterTheLoginOnce) {
   const std::string login = "/servlet?p=login&q=login";
   const std::pair<std::string, const char*> rows[] = {
       {"", "/servlet?key=OK&x=URI&y"},
-      {"", "/servlet?"},
+      {"", "/servlet?p=status&q=load"},
       {"&jumpto=URI&number=1", "/servlet?number=1"},
       {"&jumpto=URI&number=1" + std::string(80, '2'), "/servlet?p=status&q=load"}};
   for (const auto& [more, target] : rows) {
     request.uri = login + more;
     EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{target});
   }
+}
+
+TEST_F(LoginTest, OnlyItsOwnClientGoesOnWithACommandAndNeverToAPage) {
+  const Fields jump = {{"jumpto", "URI"}};
+  const std::string front = "/servlet?p=login&q=loginForm&jumpto=URI&";
+  const std::string status = "/servlet?p=status&q=load";
+  request.uri = front + "key=OK";
+  form(jump);
+  request.address = "192.0.2.8";
+  request.uri = "/servlet?p=login&q=login";
+  EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{status});
+  request.address = "192.0.2.7";
+  EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{"/servlet?key=OK"});
+  for (const char* planted :
+       {"p=security&q=write&mode=var", "x=1&p=security", "x&%70=security", "x&%70", "p", "x=1&&p=1&", "x=1&p", ""}) {
+    request.uri = front + planted;
+    form(jump);
+    request.uri = "/servlet?p=login&q=login";
+    EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{status}) << planted;
+    request.uri = front + planted;
+    EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{status}) << planted;
+  }
+  request.uri = front + "key=\r\nSet-Cookie: a=b\"%";
+  EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{"/servlet?key=%0D%0ASet-Cookie:%20a=b%22%25"});
 }
 
 TEST_F(LoginTest, FormCarriesWhatItNeeds) {

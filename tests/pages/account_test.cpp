@@ -1,4 +1,8 @@
 // The account pages.
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <array>
 #include <set>
 
 #include "servlet/account/account_codec_list.h"
@@ -96,6 +100,19 @@ TEST_F(CodecTest, AreListedByPriority) {
   EXPECT_EQ(log.back(), "4 Get codec config data error!");
   EXPECT_FALSE(GetCodecConfigData(nullptr, 0));
   EXPECT_FALSE(SortAudioByPriority(nullptr));
+}
+
+TEST_F(CodecTest, EachSlotIsStoredOnce) {
+  const int watcher = inotify_init1(IN_NONBLOCK);
+  ASSERT_GE(inotify_add_watch(watcher, file("/config").c_str(), IN_MOVED_TO), 0);
+  std::string lists = "var_accountID=1&disabled=PCMA:1,PCMU:0&enabled=";
+  for (int i = 0; i < 1000; ++i) lists += "PCMU:0,G722:5,";
+  save("account-codec", lists);
+  EXPECT_EQ(config("AccountAudio0Switch@1 AccountAudio0Priority@1 AccountAudio5Priority@1 AccountAudio1Switch@1"),
+            "1|1999|2000|0");
+  alignas(inotify_event) std::array<char, 65536> events;
+  EXPECT_LE(read(watcher, events.data(), events.size()), 8 * static_cast<ssize_t>(sizeof(inotify_event) + 16));
+  close(watcher);
 }
 
 TEST_F(CodecTest, AreStoredInTheOrderPosted) {

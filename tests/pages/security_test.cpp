@@ -7,7 +7,14 @@ namespace {
 using SecurityTest = PageTest;
 
 TEST_F(SecurityTest, ListsTheAccountsThatMayBeManaged) {
-  for (const auto& [user, names] : Values{{"admin", "admin|var|user"}, {"var", "var|user"}, {"user", "user"}}) {
+  setConfig("UserNameUser", "joe");
+  write("/config/data/htpasswd", "admin:x\nvar:x\njoe:x\nuser:x\n");
+  for (const auto& [user, names] : Values{{"admin", "admin|var|joe|user"},
+                                          {"var", "var|joe|user"},
+                                          {"user", "joe|user"},
+                                          {"joe", "joe|user"},
+                                          {"nobody", "user"},
+                                          {"", "user"}}) {
     session.attributes["user"] = user;
     EXPECT_EQ(load("security").column("userTypeLoop", "typeName"), names) << user;
   }
@@ -41,6 +48,8 @@ TEST_F(SecurityTest, PasswordsChangeByRank) {
       {"joe", "user", "", "x", wrong},
       {"boss", "admin", "", "x", denied},
       {"nobody", "user", "", "x", denied},
+      {"", "user", "", "x", denied},
+      {"", "", "", "x", denied},
       {"admin", "user", "", "long new password", done},
       {"var", "var", "var", "v2", done},
       {"var", "var", "v2", "v2", done},
