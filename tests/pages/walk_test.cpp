@@ -39,16 +39,6 @@ class RenderingResponse : public RecordingResponse {
   host::TemplateRenderer renderer_;
 };
 
-// Variables that a page gives without its template using them: "page variable reason" a line.
-Names unusedOnPurpose(const std::string& page) {
-  std::ifstream file(std::string(PHONE_WEB_SOURCE) + "/tests/pages/unused_variables.txt");
-  Names names;
-  for (std::string line, first, name; std::getline(file, line);) {
-    if (std::istringstream(line) >> first >> name && (first == page || first == "*")) names.insert(name);
-  }
-  return names;
-}
-
 // What the first group of a pattern matches in a text.
 Names matches(const std::string& text, const std::string& pattern) {
   Names names;
@@ -82,7 +72,8 @@ std::string escapeOnce(std::string text) {
   return text;
 }
 
-class WalkTest : public PhoneTest {
+// Each walk is done by everybody who may log in.
+class WalkTest : public PhoneTest, public ::testing::WithParamInterface<const char*> {
  protected:
   // Asks a page for its form as its visitors do.
   Rendered open(const std::string& page, const FakeRequest& asked = {}) {
@@ -90,8 +81,10 @@ class WalkTest : public PhoneTest {
     handler.init();
     FakeRequest request = asked;
     request.session = &request.ownSession;
-    request.ownSession.attributes["user"] = "admin";
-    if (request.fields.empty()) request.fields = {{"q", page == "login" ? "loginForm" : "load"}, {"acc", "0"}};
+    request.ownSession.attributes["user"] = GetParam();
+    const WalkRecord record = walkRecord(page);
+    if (request.fields.empty()) request.fields.emplace("q", record.action);
+    request.fields.insert(record.open.begin(), record.open.end());
     RenderingResponse response(file("/"));
     handler.onRequest(&request, &response);
     return response.rendered;
@@ -100,17 +93,14 @@ class WalkTest : public PhoneTest {
   // Each brings out what another one does not.
   std::vector<Rendered> scenarios(const std::string& page) {
     std::vector<Rendered> all{open(page)};
-    setConfig("NetworkIPAddressMode=2&ISUME=1&ForwardMode=1&DndMode=1&AccountEnable@0=1");
+    for (const auto& [key, value] : walkRecord(page).settings) setConfig(key, value);
     write("/config/Pics/logo.dob", "xx");
     setState(R"({"phoneType":28,"expansionModules":[{"type":1,"hardware":"1","firmware":"2"}]})");
     all.push_back(open(page));
     setConfig("AccountEnable@0", "0");
     all.push_back(open(page));
     setState(R"({"phoneType":46})");
-    if (page == "login") {
-      all.push_back(
-          open(page, {{"q", "login"}, {"username", "x"}, {"pwd", "y"}, {"jumpto", "account-adv"}, {"acc", "1"}}));
-    }
+    if (page == "login") all.push_back(open(page, {{"q", "login"}, {"username", "x"}, {"pwd", "y"}}));
     return all;
   }
 
@@ -122,18 +112,19 @@ class WalkTest : public PhoneTest {
     return source.text();
   }
 };
+INSTANTIATE_TEST_SUITE_P(Everybody, WalkTest, ::testing::Values("admin", "var", "user"));
 
-// The pages with a form of their own; the one without answers the browser's questions only.
+// The pages with a form of their own.
 std::vector<std::string> forms() {
   std::vector<std::string> pages;
   for (const auto& [page, factory] : pageList()) {
-    if (page != "account-register-lync") pages.push_back(page);
+    if (walkRecord(page).noForm.empty()) pages.push_back(page);
   }
   EXPECT_GE(pages.size(), 28u);
   return pages;
 }
 
-TEST_F(WalkTest, TemplatesAndHandlersAgree) {
+TEST_P(WalkTest, TemplatesAndHandlersAgree) {
   const Names ofTheHost{"Language", "PhoneType", "Page", "User"};
   for (const std::string& page : forms()) {
     Names given = ofTheHost;
@@ -142,7 +133,7 @@ TEST_F(WalkTest, TemplatesAndHandlersAgree) {
     ASSERT_FALSE(shown.html.empty()) << page;
     const Names used = matches(templateText(shown.templatePath), kUsed);
     for (const std::string& name : used) EXPECT_TRUE(given.contains(name)) << page << " uses " << name;
-    const Names unused = unusedOnPurpose(page);
+    const Values unused = walkRecord(page).unused;
     for (const std::string& name : given) {
       if (ofTheHost.contains(name)) continue;
       EXPECT_NE(used.contains(name), unused.contains(name)) << page << " and the use of " << name;
@@ -163,7 +154,7 @@ void expectShown(const nlohmann::json& variables, const Names& shown, const std:
   }
 }
 
-TEST_F(WalkTest, HostileTextStaysTextAndJsonAgreesWithHtml) {
+TEST_P(WalkTest, HostileTextStaysTextAndJsonAgreesWithHtml) {
   const std::string hostile = "'\"><script>alert(1)</script><!-- {{User}} %s";
   for (const std::string& page : forms()) {
     const Rendered first = open(page);
@@ -188,28 +179,64 @@ TEST_F(WalkTest, HostileTextStaysTextAndJsonAgreesWithHtml) {
   }
 }
 
-// Fields whose values are stored under another name, in a file or as a hash, or that are no settings.
-const char kOtherwiseStored[] =
-    "p q acc var_accountID model jumpto username pwd logoFile editPushXML mode editNewPassword "
-    "editOldPassword repeat enabled disabled server1 server2 port1 port2 expires1 expires2 RetryCounts1 "
-    "RetryCounts2 AURemoteIP ForwardMode ForwardAccount DndMode DNDAccount UnlockPIN BSFTActive "
-    "NetworkPppoePin ipv4type ipv6type type Text Ringer JitterType";
-
-TEST_F(WalkTest, EveryFieldOfAFormIsStored) {
-  const Names otherwise = matches(kOtherwiseStored, R"((\w+))");
+TEST_P(WalkTest, EveryFieldOfAFormIsStored) {
   for (const std::string& page : forms()) {
+    const WalkRecord record = walkRecord(page);
+    for (const auto& [key, value] : record.settings) setConfig(key, value);
     const Names names =
         matches(templateText(open(page).templatePath), R"re(<(?:input|select|textarea)[^>]* name="([^"{]+)")re");
-    FakeRequest request{
-        {"q", "write"}, {"var_accountID", "0"}, {"now", "false"}, {"ForwardMode", "0"}, {"DndMode", "0"}};
-    request.ownSession.attributes["user"] = "admin";
-    for (const std::string& name : names) request.fields.emplace(name, "7");
+    FakeRequest request;
+    request.fields = record.post;
+    request.fields.emplace("q", "write");
+    request.ownSession.attributes["user"] = GetParam();
+    for (const std::string& name : names) {
+      if (!record.post.contains(name)) request.fields.emplace(name, "7");
+    }
     serve(pageHandler(page), request);
     for (const std::string& name : names) {
       const bool stored = config(name) == "7" || config(name + "@0") == "7";
-      EXPECT_NE(stored, otherwise.contains(name)) << page << " and its field " << name;
+      EXPECT_NE(stored, record.unstored.contains(name)) << page << " and its field " << name;
     }
   }
+}
+
+// The keys before "=" in a factory file.
+Names factoryKeys(const std::string& text) {
+  return matches("\n" + text, R"(\n([\w-]+) *=)");
+}
+
+TEST_P(WalkTest, EveryLevelIsGivenAndHasADefault) {
+  const Names known = factoryKeys(content("/phone/factory/global.ini"));
+  for (const std::string& page : forms()) {
+    const Rendered shown = open(page);
+    const Names levels = matches(shown.variables.value("ShowLevel", ""), R"(([\w-]+)=)");
+    for (const std::string& key : levels) EXPECT_TRUE(known.contains(key)) << page << ": no default for " << key;
+    for (const std::string& key : matches(templateText(shown.templatePath), R"re(data-level="([^"]*)")re")) {
+      EXPECT_TRUE(levels.contains(key)) << page << ": data-level " << key;
+    }
+  }
+}
+
+// Which keys there are stands in the handlers' tables.
+TEST(FactoryTest, EveryKeyOfATableHasADefault) {
+  Names known;
+  for (const char* name : {"global.ini", "account.ini"}) {
+    std::ifstream in(PHONE_WEB_ROOTFS "/phone/factory/" + std::string(name));
+    known.merge(factoryKeys({std::istreambuf_iterator<char>(in), {}}));
+  }
+  const std::regex table(R"(constexpr const char\* k\w*(?:Keys|Items|Menu|Tabs|Switches)\[\] = \{([^}]*)\})");
+  std::size_t tables = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(PHONE_WEB_SOURCE "/servlet")) {
+    if (!entry.is_regular_file()) continue;
+    std::ifstream in(entry.path());
+    const std::string source(std::istreambuf_iterator<char>(in), {});
+    for (std::sregex_iterator match(source.begin(), source.end(), table), end; match != end; ++match, ++tables) {
+      for (const std::string& key : matches((*match)[1], R"re("([^"]*)")re")) {
+        EXPECT_TRUE(known.contains(key)) << entry.path() << ": no default for " << key;
+      }
+    }
+  }
+  EXPECT_GE(tables, 70u);
 }
 
 }  // namespace

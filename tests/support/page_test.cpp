@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 
 const std::map<std::string, std::string>& pageList() {
@@ -15,6 +16,28 @@ const std::map<std::string, std::string>& pageList() {
     return list;
   }());
   return pages;
+}
+
+WalkRecord walkRecord(const std::string& page) {
+  static const auto& all =
+      *new auto(nlohmann::json::parse(std::ifstream(PHONE_WEB_SOURCE "/tests/pages/walk_records.json")));
+  WalkRecord record;
+  for (const std::string& name : {std::string("*"), page}) {
+    const auto found = all.find(name);
+    if (found == all.end()) continue;
+    record.action = found->value("q", record.action);
+    record.noForm = found->value("noForm", record.noForm);
+    const auto add = [&](const char* member, auto& values) {
+      const nlohmann::json object = found->value(member, nlohmann::json::object());
+      for (const auto& [key, value] : object.items()) values.emplace(key, value);
+    };
+    add("open", record.open);
+    add("post", record.post);
+    add("settings", record.settings);
+    add("unstored", record.unstored);
+    add("unused", record.unused);
+  }
+  return record;
 }
 
 namespace {

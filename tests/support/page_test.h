@@ -11,6 +11,18 @@ using Messages = std::vector<std::string>;
 
 // The pages of the page list and their factories.
 const std::map<std::string, std::string>& pageList();
+// What the walks over all pages need to know of a page beside its name: tests/pages/walk_records.json. What stands
+// there for "*" holds for all pages.
+struct WalkRecord {
+  std::string action = "load";  // that opens the page
+  std::string noForm;           // why the page has no form of its own; empty when it has one
+  Fields open;                  // further fields to open it
+  Fields post;                  // fields that a save needs beside those of the form
+  Values settings;              // configuration with which all of the form shows
+  Values unstored;              // fields that are not stored under their own names, each with the reason
+  Values unused;                // variables that the template does not use, each with the reason
+};
+WalkRecord walkRecord(const std::string& page);
 // The handler of a page, from the module; as in a host it lives as long as the process.
 HttpServlet& pageHandler(const std::string& page);
 // The request filter, from the module.
