@@ -1,0 +1,9 @@
+# Toolchain of a phone's processor: 32-bit ARM. Builds the libraries framework, pages, phonetemplate, phoneplatform and
+# host; nothing is linked against libraries that a build machine has for itself alone.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR arm)
+set(CMAKE_CXX_COMPILER arm-linux-gnueabihf-g++)
+set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+# The headers of the other libraries are the same on every machine.
+set(CMAKE_CXX_FLAGS_INIT "-idirafter /usr/include")
+set(CMAKE_CXX_FLAGS_RELEASE "-O1")
