@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "host/access_log.h"
-#include "host/access_rules.h"
+#include "host/admission.h"
 #include "host/connection_head.h"
 #include "host/http_text.h"
 #include "host/log.h"

@@ -1,6 +1,6 @@
 // Reading of what clients send, without a connection.
 #include "host/access_log.h"
-#include "host/access_rules.h"
+#include "host/admission.h"
 #include "host/fields.h"
 #include "host/http_text.h"
 #include "host/log.h"

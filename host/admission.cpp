@@ -1,4 +1,4 @@
-#include "host/access_rules.h"
+#include "host/admission.h"
 
 #include <algorithm>
 
