@@ -1,17 +1,14 @@
 #include "host/admission.h"
 
 #include <algorithm>
+#include <string_view>
+#include <utility>
 
+#include "host/host_name.h"
 #include "host/http_text.h"
 
 namespace host {
 namespace {
-// The host name of "name:port" or "[::1]:port".
-std::string_view withoutPort(std::string_view host) {
-  if (host.starts_with('[')) return host.substr(0, host.find(']') + 1);
-  return host.substr(0, host.find(':'));
-}
-
 std::string_view withoutSuffix(std::string_view text, std::string_view suffix) {
   if (text.ends_with(suffix)) text.remove_suffix(suffix.size());
   return text;
@@ -26,12 +23,8 @@ bool isOwnOrigin(std::string_view origin, std::string_view host) {
   return false;
 }
 
-bool isIPv4Loopback(std::string_view address) {
-  return address.starts_with("127.") && std::count(address.begin(), address.end(), '.') == 3 &&
-         address.find_first_not_of("0123456789.") == std::string_view::npos;
-}
-}  // namespace
-
+// True when a page of another site started the request. Sec-Fetch-Site decides where the browser sends it; otherwise an
+// Origin that is not this host.
 bool isForeign(const RequestHead& head) {
   if (head.fetchSite == "cross-site" || head.fetchSite == "same-site") return true;
   // A form of our own pages comes with "null", since they ask for no referrer; then Sec-Fetch-Site vouches for it.
@@ -39,10 +32,12 @@ bool isForeign(const RequestHead& head) {
   return !isOwnOrigin(head.origin, head.host);
 }
 
+// A navigation by GET in a window of its own.
 bool isTopLevelNavigation(const RequestHead& head) {
   return head.reads() && head.fetchMode == "navigate" && (head.fetchDest.empty() || head.fetchDest == "document");
 }
 
+// A link from elsewhere that only opens a page.
 bool isPlainLink(const RequestHead& head) {
   if (!isTopLevelNavigation(head)) return false;
   if (head.path == "/") return true;
@@ -50,14 +45,92 @@ bool isPlainLink(const RequestHead& head) {
   return head.path == "/servlet" && head.field("p") && action && (*action == "load" || *action == "loginForm");
 }
 
-bool isLoopbackAddress(std::string_view address) {
-  if (address.starts_with("::ffff:")) address.remove_prefix(7);
-  return address == "::1" || isIPv4Loopback(address);
+Route routeOf(std::string_view path) {
+  if (path == "/") return Route::kHome;
+  if (path == "/servlet") return Route::kServlet;
+  return path.starts_with("/simulator/") ? Route::kSimulator : Route::kStatic;
 }
 
-bool namesLoopback(std::string_view host) {
-  const std::string_view name = withoutPort(host);
-  return equalsIgnoreCase(name, "localhost") || name == "[::1]" || isIPv4Loopback(name);
+std::string_view methodsOf(Route route) {
+  switch (route) {
+    case Route::kServlet:
+      return "GET, HEAD, POST";
+    case Route::kSimulator:
+      return "GET, HEAD, POST, PUT, PATCH, DELETE";
+    default:
+      return "GET, HEAD";
+  }
+}
+
+bool names(std::string_view list, std::string_view item) {
+  while (!list.empty()) {
+    if (nextItem(list, ',') == item) return true;
+  }
+  return false;
+}
+
+// A form without files is held in memory.
+bool isPlainForm(const RequestHead& head) {
+  return mediaType(head.contentType.value_or("")) == "application/x-www-form-urlencoded";
+}
+
+std::size_t maxBodyOf(Route route, const RequestHead& head, const AdmissionRules& rules) {
+  const bool streams = route == Route::kServlet && !isPlainForm(head);
+  return streams ? rules.maxUpload : std::min(rules.maxUpload, kMaxGatheredBody);
+}
+
+using Verdict = std::optional<Refusal>;
+
+Verdict refuse(int status) {
+  return Refusal{status, {}};
+}
+
+Verdict judgeTarget(const RequestHead& head) {
+  if (head.target.size() > kMaxTarget) return refuse(414);
+  if (head.queryError != FieldResult::kOk || !head.target.starts_with('/')) return refuse(400);
+  return {};
+}
+
+Verdict judgeMethod(const RequestHead& head, Route route) {
+  const std::string_view allowed = methodsOf(route);
+  if (names(allowed, head.method)) return {};
+  return Refusal{405, {{"Allow", std::string(allowed)}}};
+}
+
+Verdict judgeClient(const RequestHead& head, Route route, const AdmissionRules& rules) {
+  if (route == Route::kStatic) return {};
+  if (route != Route::kSimulator) return isForeign(head) && !isPlainLink(head) ? refuse(403) : Verdict();
+  if (!rules.hasSimulator) return refuse(404);
+  const bool local = isLoopbackAddress(head.remoteAddress) && namesLoopback(head.host);
+  return !local || (isForeign(head) && !isTopLevelNavigation(head)) ? refuse(403) : Verdict();
+}
+
+Verdict judge(const RequestHead& head, const AdmissionRules& rules, bool rebooting, const Admission& admission) {
+  if (Verdict verdict = judgeTarget(head)) return verdict;
+  if (Verdict verdict = judgeMethod(head, admission.route)) return verdict;
+  if (Verdict verdict = judgeClient(head, admission.route, rules)) return verdict;
+  const bool isPage = admission.route == Route::kServlet || admission.route == Route::kHome;
+  if (isPage && rebooting) return rebootRefusal();
+  return head.contentLength > admission.maxBody ? refuse(413) : Verdict();
+}
+}  // namespace
+
+Admission admit(const RequestHead& head, const AdmissionRules& rules, bool rebooting) {
+  Admission admission;
+  admission.route = routeOf(head.path);
+  admission.maxBody = maxBodyOf(admission.route, head, rules);
+  admission.refusal = judge(head, rules, rebooting, admission);
+  return admission;
+}
+
+Refusal rebootRefusal() {
+  return {503, {{"Retry-After", "2"}}};
+}
+
+Answer answerTo(const Refusal& refusal, bool asJson) {
+  Answer answer = errorAnswer(refusal.status, asJson);
+  for (const Header& header : refusal.headers) answer.setHeader(header.name, header.value);
+  return answer;
 }
 
 }  // namespace host

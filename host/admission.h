@@ -1,26 +1,42 @@
-// Who may ask for what, judged by the request's head alone.
+// What is let in and where it goes, judged by a request's head alone.
 #pragma once
 
-#include <string_view>
+#include <cstddef>
+#include <optional>
+#include <vector>
 
+#include "host/answer.h"
 #include "host/request_head.h"
 
 namespace host {
 
-// True when a page of another site started the request. Sec-Fetch-Site decides where the browser sends it; otherwise an
-// Origin that is not this host.
-bool isForeign(const RequestHead& head);
+inline constexpr std::size_t kMaxTarget = 8 * 1024;           // of a request; 414 beyond
+inline constexpr std::size_t kMaxGatheredBody = 1024 * 1024;  // received before the handler's turn
 
-// A link from elsewhere that only opens a page: a top-level navigation by GET to "/" or to the "load" or "loginForm" of
-// a page.
-bool isPlainLink(const RequestHead& head);
+enum class Route { kStatic, kServlet, kSimulator, kHome };
 
-// A navigation by GET in a window of its own, whatever its target.
-bool isTopLevelNavigation(const RequestHead& head);
+struct AdmissionRules {
+  std::size_t maxUpload = 0;  // bytes of the longest body
+  bool hasSimulator = false;
+};
 
-// True for 127.0.0.0/8 and ::1.
-bool isLoopbackAddress(std::string_view address);
-// True when a Host header names a loopback address, so that a name that was pointed at one does not count.
-bool namesLoopback(std::string_view host);
+struct Refusal {
+  int status = 0;
+  std::vector<Header> headers;  // beside those of every answer
+};
+
+struct Admission {
+  Route route = Route::kStatic;
+  std::optional<Refusal> refusal;
+  std::size_t maxBody = 0;  // bytes; a body that turns out longer is answered 413
+};
+
+// `rebooting`: no page is to be had now.
+Admission admit(const RequestHead& head, const AdmissionRules& rules, bool rebooting);
+
+// What pages answer while the device reboots.
+Refusal rebootRefusal();
+
+Answer answerTo(const Refusal& refusal, bool asJson);
 
 }  // namespace host

@@ -3,13 +3,13 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "host/body_stream.h"
 #include "host/spool_buffer.h"
 
 namespace host {
-
-inline constexpr std::size_t kMaxGatheredBody = 1024 * 1024;  // longer ones are handed over piece by piece
 
 // What was gathered before the turn, and for a long body the stream that brings the rest. A stream is opened once the
 // filter has let the request in: until then its bytes are not to be had.

@@ -3,17 +3,22 @@
 
 #include <microhttpd.h>
 
+#include <string>
 #include <string_view>
 
-#include "host/exchange.h"
 #include "host/request_head.h"
 
 namespace host {
 
+// What the server notes of a connection.
+struct Peer {
+  std::string address;
+  std::string target;  // of the request that has just come in, as received
+};
+
 // The header's value; empty when absent. Good until the request ends.
 std::string_view headerOf(MHD_Connection* connection, const char* name);
 
-// `queryError` says what is wrong with the query's fields.
-RequestHead readHead(MHD_Connection* connection, const Peer& peer, const char* method, FieldResult& queryError);
+RequestHead readHead(MHD_Connection* connection, const Peer& peer, const char* method);
 
 }  // namespace host

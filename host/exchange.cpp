@@ -1,13 +1,14 @@
 #include "host/exchange.h"
 
-#include <array>
+#include <map>
+#include <string>
 #include <utility>
 
 #include "host/access_log.h"
-#include "host/admission.h"
 #include "host/connection_head.h"
 #include "host/http_text.h"
 #include "host/log.h"
+#include "host/server_core.h"
 
 namespace host {
 namespace {
@@ -22,13 +23,6 @@ Answer redirectAnswer(const char* location) {
   answer.status = 302;
   answer.setHeader("Location", location);
   return answer;
-}
-
-// What is too long for memory goes to the phone's own folder for such things.
-std::string makeSpoolFolder(const std::filesystem::path& root) {
-  std::error_code ignored;
-  std::filesystem::create_directories(root / "tmp", ignored);
-  return (root / "tmp").string();
 }
 
 std::string textOf(SpoolBuffer& buffer) {
@@ -47,29 +41,17 @@ MHD_Response* makeResponse(Answer& answer) {
 }
 }  // namespace
 
-ServerCore::ServerCore(PageTable& pages, ServerSettings serverSettings)
-    : settings(std::move(serverSettings)),
-      spoolFolder(makeSpoolFolder(settings.root)),
-      files(settings.root / "phone/www/htdocs"),
-      runner(pages, {settings.root, spoolFolder, !settings.tlsKey.empty(), settings.device}) {}
-
 Exchange::Exchange(ServerCore& core, MHD_Connection* connection, const Peer& peer, const char* method)
     : core_(core),
       connection_(connection),
+      head_(readHead(connection, peer, method)),
+      admission_(admit(head_, core.rules, core.rebooting())),
       body_(core.spoolFolder),
+      expectsContinue_(equalsIgnoreCase(headerOf(connection, "Expect"), "100-continue")),
       rate_(core.settings.rateWindow),
       began_(Clock::now()),
       lastPiece_(began_) {
-  FieldResult queryError = FieldResult::kOk;
-  head_ = readHead(connection, peer, method, queryError);
-  expectsContinue_ = equalsIgnoreCase(headerOf(connection, "Expect"), "100-continue");
-  if (head_.target.size() > kMaxTarget) {
-    refuse(414);
-  } else if (queryError != FieldResult::kOk || !head_.target.starts_with('/')) {
-    refuse(400);
-  } else {
-    decide();
-  }
+  if (admission_.refusal) refuse(*admission_.refusal);
 }
 
 MHD_Result Exchange::proceed(const char* data, std::size_t* size) {
@@ -88,56 +70,8 @@ MHD_Result Exchange::proceed(const char* data, std::size_t* size) {
   }
 }
 
-// --- What is let in
-
-void Exchange::decide() {
-  if (head_.path == "/") route_ = Route::kHome;
-  if (head_.path == "/servlet") route_ = Route::kServlet;
-  if (head_.path.starts_with("/simulator/")) route_ = Route::kSimulator;
-  decideMethod();
-  if (refusal_) return;
-  if (route_ == Route::kSimulator) {
-    decideSimulator();
-  } else if (route_ != Route::kStatic) {
-    if (isForeign(head_) && !isPlainLink(head_)) return refuse(403);
-    const auto& rebooting = core_.settings.device.rebooting;
-    if (rebooting && rebooting()) return refuse(ServletRunner::rebootAnswer(head_.wantsJson));
-  }
-  if (!refusal_) decideBody();
-}
-
-void Exchange::decideMethod() {
-  const bool posts = head_.method == "POST";
-  const bool changes = posts || head_.method == "PUT" || head_.method == "PATCH" || head_.method == "DELETE";
-  if (head_.reads() || (posts && route_ == Route::kServlet) || (changes && route_ == Route::kSimulator)) return;
-  static constexpr std::array<const char*, 4> kAllowed{"GET, HEAD", "GET, HEAD, POST",
-                                                       "GET, HEAD, POST, PUT, PATCH, DELETE", "GET, HEAD"};
-  refuse(405);
-  refusal_->setHeader("Allow", kAllowed[static_cast<std::size_t>(route_)]);
-}
-
-void Exchange::decideSimulator() {
-  if (!core_.settings.simulator) return refuse(404);
-  const bool local = isLoopbackAddress(head_.remoteAddress) && namesLoopback(head_.host);
-  if (!local || (isForeign(head_) && !isTopLevelNavigation(head_))) refuse(403);
-}
-
-void Exchange::decideBody() {
-  if (head_.contentLength > core_.settings.maxUpload) return refuse(413);
-  if (head_.contentLength > kMaxGatheredBody && (route_ != Route::kServlet || isForm())) refuse(413);
-}
-
-// True for a form without files, whose fields are held in memory.
-bool Exchange::isForm() const {
-  return mediaType(head_.contentType.value_or("")) == "application/x-www-form-urlencoded";
-}
-
-void Exchange::refuse(int status) {
-  refuse(errorAnswer(status, head_.wantsJson));
-}
-
-void Exchange::refuse(Answer answer) {
-  refusal_ = std::move(answer);
+void Exchange::refuse(const Refusal& refusal) {
+  refusal_ = answerTo(refusal, head_.wantsJson);
   if (stream_) stream_->abort();
 }
 
@@ -158,7 +92,7 @@ MHD_Result Exchange::takeHeaders() {
 void Exchange::startLongTurn() {
   body_.setStream(stream_);
   if (core_.handlers.push(shared_from_this())) return;
-  refuse(503);
+  refuse({503, {}});
   stream_->answered();
 }
 
@@ -190,19 +124,18 @@ MHD_Result Exchange::passOn(const char* data, std::size_t* size) {
   const std::size_t taken = stream_->offer({data, *size});
   *size -= taken;
   received_ += taken;
-  if (received_ > core_.settings.maxUpload) refuse(413);
+  if (received_ > admission_.maxBody) refuse({413, {}});
   return MHD_YES;
 }
 
 MHD_Result Exchange::gather(std::string_view piece) {
   received_ += piece.size();
-  if (received_ <= kMaxGatheredBody) {
-    if (!body_.gathered().append(piece)) refuse(507);
-  } else if (route_ != Route::kServlet || isForm()) {
-    refuse(413);
-  } else {  // a chunked body has turned out to be long
-    if (!body_.gathered().append(piece)) return refuse(507), MHD_YES;
-    head_.contentLength = core_.settings.maxUpload;
+  if (received_ > admission_.maxBody) {
+    refuse({413, {}});
+  } else if (!body_.gathered().append(piece)) {
+    refuse({507, {}});
+  } else if (received_ > kMaxGatheredBody) {  // a chunked body has turned out to be long
+    head_.contentLength = admission_.maxBody;
     stream_ = std::make_shared<BodyStream>(static_cast<Pausable&>(*this), core_.settings.rateWindow);
     startLongTurn();
   }
@@ -212,7 +145,7 @@ MHD_Result Exchange::gather(std::string_view piece) {
 MHD_Result Exchange::takeEnd() {
   if (refusal_) return send(std::move(*refusal_));
   if (stream_) return takeEndOfStream();
-  switch (route_) {
+  switch (admission_.route) {
     case Route::kHome:
       return send(redirectAnswer(kHomePage));
     case Route::kStatic:

@@ -3,41 +3,23 @@
 
 #include <microhttpd.h>
 
-#include <atomic>
 #include <chrono>
 #include <memory>
 #include <optional>
-#include <string>
+#include <string_view>
 
+#include "host/admission.h"
 #include "host/answer.h"
 #include "host/body.h"
 #include "host/body_stream.h"
 #include "host/handler_thread.h"
 #include "host/rate_guard.h"
 #include "host/request_head.h"
-#include "host/server.h"
-#include "host/servlet_runner.h"
-#include "host/static_files.h"
 
 namespace host {
 
-// What the exchanges of a server share.
-struct ServerCore {
-  ServerCore(PageTable& pages, ServerSettings serverSettings);
-
-  const ServerSettings settings;
-  const std::string spoolFolder;
-  const StaticFiles files;
-  ServletRunner runner;
-  HandlerThread handlers;
-  std::atomic<bool> stopping = false;
-};
-
-// What the server notes of a connection.
-struct Peer {
-  std::string address;
-  std::string target;  // of the request that has just come in, as received
-};
+struct Peer;
+struct ServerCore;
 
 // Driven by the connection's thread; its turn runs on the handler thread. While a request waits for its turn its
 // connection is suspended, so no client holds a thread.
@@ -61,15 +43,8 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
     kBody,
     kTurn,  // all is received, the handler has it
   };
-  enum class Route { kStatic, kServlet, kSimulator, kHome };
 
-  void decide();
-  void decideMethod();
-  void decideSimulator();
-  void decideBody();
-  void refuse(int status);
-  void refuse(Answer answer);
-  bool isForm() const;
+  void refuse(const Refusal& refusal);
 
   MHD_Result takeHeaders();
   MHD_Result takePiece(const char* data, std::size_t* size);
@@ -92,11 +67,11 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
   ServerCore& core_;
   MHD_Connection* connection_;
   RequestHead head_;
+  const Admission admission_;
   Body body_;
   std::shared_ptr<BodyStream> stream_;
   std::optional<Answer> refusal_;  // decided without a handler, sent in place of any other answer
   Answer answer_;                  // of the handler
-  Route route_ = Route::kStatic;
   Stage stage_ = Stage::kHeaders;
   bool expectsContinue_ = false;
   std::size_t received_ = 0;

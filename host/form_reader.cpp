@@ -5,6 +5,7 @@
 
 #include "host/http_text.h"
 #include "host/log.h"
+#include "host/multipart_reader.h"
 
 namespace host {
 

@@ -6,7 +6,6 @@
 
 #include "host/body.h"
 #include "host/fields.h"
-#include "host/multipart_reader.h"
 #include "host/upload_files.h"
 
 namespace host {

@@ -1,12 +1,13 @@
 // The command line.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
 
-#include "host/server.h"
+#include "host/server_settings.h"
 
 namespace host {
 

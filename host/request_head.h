@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "host/fields.h"
 
@@ -14,6 +16,7 @@ struct RequestHead {
   std::string target;  // as received, from the first "/" on
   std::string path;    // of the target, not decoded
   Fields query;
+  FieldResult queryError = FieldResult::kOk;
   std::string remoteAddress;
   std::string host;  // the Host header
   std::optional<std::string> contentType;
@@ -26,5 +29,14 @@ struct RequestHead {
   const std::string* field(std::string_view name) const { return query.first(name); }
   bool reads() const { return method == "GET" || method == "HEAD"; }
 };
+
+inline constexpr const char* kSessionCookie = "PHONESESSION";
+
+// The value of a header; null when absent.
+using HeaderLookup = std::function<const char*(const char* name)>;
+
+// `target` as received, a proxy's absolute one included.
+RequestHead readHead(std::string method, std::string_view target, std::string remoteAddress,
+                     const HeaderLookup& headers);
 
 }  // namespace host

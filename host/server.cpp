@@ -17,9 +17,11 @@
 #include <thread>
 #include <vector>
 
+#include "host/connection_head.h"
 #include "host/exchange.h"
 #include "host/file_handle.h"
 #include "host/log.h"
+#include "host/server_core.h"
 
 namespace host {
 namespace {

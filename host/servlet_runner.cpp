@@ -3,7 +3,9 @@
 #include <exception>
 #include <string_view>
 
+#include "host/admission.h"
 #include "host/log.h"
+#include "host/page_table.h"
 #include "host/request.h"
 #include "host/response.h"
 
@@ -37,12 +39,6 @@ ServletRunner::ServletRunner(PageTable& pages, Settings settings)
   if (settings_.device.rebootCount) reboots_ = settings_.device.rebootCount();
 }
 
-Answer ServletRunner::rebootAnswer(bool asJson) {
-  Answer answer = errorAnswer(503, asJson);
-  answer.setHeader("Retry-After", "2");
-  return answer;
-}
-
 void ServletRunner::forgetSessionsAfterReboot() {
   if (!settings_.device.rebootCount) return;
   const std::uint64_t now = settings_.device.rebootCount();
@@ -53,7 +49,9 @@ void ServletRunner::forgetSessionsAfterReboot() {
 Answer ServletRunner::run(const RequestHead& head, Body& body) {
   try {
     forgetSessionsAfterReboot();
-    if (settings_.device.rebooting && settings_.device.rebooting()) return rebootAnswer(head.wantsJson);
+    if (settings_.device.rebooting && settings_.device.rebooting()) {
+      return answerTo(rebootRefusal(), head.wantsJson);
+    };
     return serve(head, body);
   } catch (const std::exception& error) {
     logLine({"request failed: ", error.what()});

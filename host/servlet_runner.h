@@ -3,23 +3,19 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string>
 
 #include "host/answer.h"
 #include "host/body.h"
-#include "host/page_table.h"
+#include "host/device.h"
 #include "host/request_head.h"
 #include "host/session_store.h"
 #include "host/template_renderer.h"
 
 namespace host {
 
-// What the host asks about the device it runs on.
-struct Device {
-  std::function<bool()> rebooting;             // true: every page is answered with 503
-  std::function<std::uint64_t()> rebootCount;  // a change means that all sessions are gone
-};
+class PageTable;
+struct PageContext;
 
 class ServletRunner {
  public:
@@ -35,9 +31,6 @@ class ServletRunner {
   // Answers one request to "/servlet". To be called by the handler thread alone; lets no exception out.
   Answer run(const RequestHead& head, Body& body);
 
-  // The answer while the device reboots.
-  static Answer rebootAnswer(bool asJson);
-
  private:
   Answer serve(const RequestHead& head, Body& body);
   void forgetSessionsAfterReboot();
@@ -49,7 +42,5 @@ class ServletRunner {
   TemplateRenderer renderer_;
   std::uint64_t reboots_ = 0;
 };
-
-inline constexpr const char* kSessionCookie = "PHONESESSION";
 
 }  // namespace host

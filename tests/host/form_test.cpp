@@ -1,5 +1,6 @@
 // Forms and uploads, whole and broken.
 #include "host/form_reader.h"
+#include "host/multipart_reader.h"
 #include "tests/host/host_test.h"
 
 namespace host {

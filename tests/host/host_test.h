@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/page_table.h"
 #include "host/server.h"
 
 namespace host_test {

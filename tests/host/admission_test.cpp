@@ -1,0 +1,142 @@
+// What is let in, without a connection.
+#include "host/admission.h"
+
+#include <map>
+#include <sstream>
+
+#include "tests/host/host_test.h"
+
+namespace host {
+namespace {
+
+// A request as text: "GET /target", then a header a line; "From" is the client's address.
+RequestHead headOf(const std::string& text) {
+  std::istringstream lines(text);
+  std::string method, target, line;
+  std::map<std::string, std::string> headers{{"Host", "127.0.0.1"}, {"From", "127.0.0.1"}};
+  lines >> method >> target >> std::ws;
+  while (std::getline(lines, line)) headers[line.substr(0, line.find(':'))] = line.substr(line.find(':') + 2);
+  return readHead(method, target, headers["From"], [&](const char* name) {
+    const auto at = headers.find(name);
+    return at == headers.end() ? nullptr : at->second.c_str();
+  });
+}
+
+// The route of what is let in, or the refusal's status and headers.
+std::string admitted(const std::string& request, const AdmissionRules& rules, bool rebooting) {
+  const Admission admission = admit(headOf(request), rules, rebooting);
+  if (!admission.refusal) {
+    static constexpr const char* kRoutes[] = {"static", "servlet", "simulator", "home"};
+    return kRoutes[static_cast<int>(admission.route)];
+  }
+  std::string text = std::to_string(admission.refusal->status);
+  for (const Header& header : admission.refusal->headers) text += " " + header.name + ": " + header.value;
+  return text;
+}
+
+constexpr const char* kFromLink = "\nSec-Fetch-Site: cross-site\nSec-Fetch-Mode: navigate\nSec-Fetch-Dest: ";
+constexpr const char* kForm = "\nContent-Type: Application/X-WWW-Form-Urlencoded; charset=utf-8\nContent-Length: ";
+
+struct Row {
+  std::string request;
+  const char* expected;
+};
+
+void expectAdmitted(std::initializer_list<Row> rows, const AdmissionRules& rules = {3 << 20, true},
+                    bool rebooting = false) {
+  for (const Row& row : rows) {
+    EXPECT_EQ(admitted(row.request, rules, rebooting), row.expected) << row.request.substr(0, 300);
+  }
+}
+
+TEST(Admission, RoutesWhatIsAskedForRightly) {
+  expectAdmitted({
+      {"GET /", "home"},
+      {"HEAD /servlet?p=a", "servlet"},
+      {"POST /servlet", "servlet"},
+      {"GET /servlet/", "static"},
+      {"GET /%73ervlet?p=a", "static"},
+      {"GET /js/app.js?p=a", "static"},
+      {"GET /simulator", "static"},
+      {"PATCH /simulator/state", "simulator"},
+      {"POST /js/app.js", "405 Allow: GET, HEAD"},
+      {"POST /", "405 Allow: GET, HEAD"},
+      {"PUT /servlet?p=a", "405 Allow: GET, HEAD, POST"},
+      {"TRACE /simulator/", "405 Allow: GET, HEAD, POST, PUT, PATCH, DELETE"},
+      {"get /", "405 Allow: GET, HEAD"},
+      {"GET *", "400"},
+      {"GET servlet", "400"},
+      {"GET http://127.0.0.1/servlet?p=a", "servlet"},
+      {"GET http://127.0.0.1", "home"},
+      {"GET /servlet?a=%00", "400"},
+      {"GET /servlet?" + std::string(8 * 1024 - 9, 'x'), "servlet"},
+      {"GET /servlet?" + std::string(8 * 1024 - 8, 'x'), "414"},
+  });
+}
+
+TEST(Admission, KeepsOtherSitesOut) {
+  expectAdmitted({
+      {"POST /servlet\nSec-Fetch-Site: same-origin\nOrigin: null", "servlet"},  // a plain form of our own
+      {"POST /servlet\nSec-Fetch-Site: same-origin\nOrigin: http://evil", "403"},
+      {"POST /servlet\nSec-Fetch-Site: cross-site", "403"},
+      {"GET /servlet?p=a&q=load\nSec-Fetch-Site: same-site", "403"},
+      {"GET /js/app.js\nSec-Fetch-Site: cross-site", "static"},
+      {"POST /servlet\nHost: phone.local\nOrigin: http://phone.local", "servlet"},
+      {"POST /servlet\nHost: phone.local\nOrigin: http://PHONE.local:80", "servlet"},
+      {"POST /servlet\nHost: phone.local:443\nOrigin: https://phone.local", "servlet"},
+      {"POST /servlet\nHost: phone.local\nOrigin: http://phone.local:8080", "403"},
+      {"POST /servlet\nHost: phone.local\nOrigin: http://phone.local.evil", "403"},
+      {"POST /servlet\nHost: phone.local\nOrigin: null", "403"},
+      {std::string("GET /") + kFromLink + "document", "home"},
+      {std::string("GET /servlet?p=a&q=load") + kFromLink, "servlet"},
+      {std::string("GET /servlet?p=login&q=loginForm&jumpto=x") + kFromLink + "document", "servlet"},
+      {std::string("GET /servlet?p=a&q=load") + kFromLink + "iframe", "403"},
+      {std::string("GET /servlet?p=a&q=write") + kFromLink + "document", "403"},
+      {std::string("GET /servlet?q=load") + kFromLink + "document", "403"},
+      {std::string("GET /servlet?key=OK") + kFromLink + "document", "403"},
+      {std::string("POST /servlet?p=a&q=load") + kFromLink + "document", "403"},
+  });
+}
+
+TEST(Admission, OpensTheSimulatorToLocalPeopleOnly) {
+  expectAdmitted({
+      {"GET /simulator/\nHost: LOCALHOST", "simulator"},
+      {"GET /simulator/\nHost: [::1]:80\nFrom: ::1", "simulator"},
+      {"GET /simulator/\nFrom: 127.8.9.1", "simulator"},
+      {"GET /simulator/\nFrom: 10.0.0.1", "403"},
+      {"GET /simulator/\nFrom: ::2", "403"},
+      {"GET /simulator/\nHost: 10.0.0.1", "403"},
+      {"GET /simulator/\nHost: [::2]", "403"},
+      {"GET /simulator/\nHost: phone.localhost", "403"},
+      {"PUT /simulator/config\nOrigin: http://evil", "403"},
+      {"GET /simulator/\nSec-Fetch-Site: cross-site\nSec-Fetch-Mode: cors", "403"},
+      {std::string("GET /simulator/") + kFromLink + "document", "simulator"},
+  });
+  expectAdmitted({{"GET /simulator/", "404"}}, {3 << 20, false});
+}
+
+TEST(Admission, LimitsBodies) {
+  const std::string form(kForm);
+  expectAdmitted({
+      {"POST /servlet" + form + "1048576", "servlet"},
+      {"POST /servlet" + form + "1048577", "413"},
+      {"POST /servlet\nContent-Length: 3145728", "servlet"},
+      {"POST /servlet\nContent-Length: 3145729", "413"},
+      {"PUT /simulator/config\nContent-Length: 1048577", "413"},
+      {"GET /js/app.js\nContent-Length: 1048577", "413"},
+  });
+}
+
+TEST(Admission, LetsNobodyInWhileThePhoneReboots) {
+  expectAdmitted(
+      {
+          {"GET /", "503 Retry-After: 2"},
+          {"GET /servlet?p=a", "503 Retry-After: 2"},
+          {"GET /js/app.js", "static"},
+          {"GET /simulator/", "simulator"},
+      },
+      {3 << 20, true}, true);
+}
+
+}  // namespace
+}  // namespace host
