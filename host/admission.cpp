@@ -29,7 +29,7 @@ bool isForeign(const RequestHead& head) {
   if (head.fetchSite == "cross-site" || head.fetchSite == "same-site") return true;
   // A form of our own pages comes with "null", since they ask for no referrer; then Sec-Fetch-Site vouches for it.
   if (head.origin.empty() || (head.origin == "null" && head.fetchSite == "same-origin")) return false;
-  return !isOwnOrigin(head.origin, head.host);
+  return !isOwnOrigin(head.origin, head.host.value_or(""));
 }
 
 // A navigation by GET in a window of its own.
@@ -91,22 +91,38 @@ Verdict judgeTarget(const RequestHead& head) {
   return {};
 }
 
+// What the client calls the phone; empty when it does not say, nothing when that is malformed or it names two.
+std::optional<std::string> hostOf(const RequestHead& head) {
+  if (!head.host && head.needsHost) return {};
+  if (!head.host && !head.targetHost) return "";
+  const auto name = hostName(head.host ? *head.host : *head.targetHost);
+  if (head.targetHost && hostName(*head.targetHost) != name) return {};
+  return name;
+}
+
+Verdict judgeHost(const RequestHead& head, const AdmissionRules& rules) {
+  const auto host = hostOf(head);
+  if (!host) return refuse(400);
+  return isPhoneHost(*host, rules.names) ? Verdict() : refuse(421);
+}
+
 Verdict judgeMethod(const RequestHead& head, Route route) {
   const std::string_view allowed = methodsOf(route);
-  if (names(allowed, head.method)) return {};
-  return Refusal{405, {{"Allow", std::string(allowed)}}};
+  if (!names(allowed, head.method)) return Refusal{405, {{"Allow", std::string(allowed)}}};
+  return {};
 }
 
 Verdict judgeClient(const RequestHead& head, Route route, const AdmissionRules& rules) {
   if (route == Route::kStatic) return {};
   if (route != Route::kSimulator) return isForeign(head) && !isPlainLink(head) ? refuse(403) : Verdict();
   if (!rules.hasSimulator) return refuse(404);
-  const bool local = isLoopbackAddress(head.remoteAddress) && namesLoopback(head.host);
+  const bool local = isLoopbackAddress(head.remoteAddress) && isLoopbackHost(hostOf(head).value_or(""));
   return !local || (isForeign(head) && !isTopLevelNavigation(head)) ? refuse(403) : Verdict();
 }
 
 Verdict judge(const RequestHead& head, const AdmissionRules& rules, bool rebooting, const Admission& admission) {
   if (Verdict verdict = judgeTarget(head)) return verdict;
+  if (Verdict verdict = judgeHost(head, rules)) return verdict;
   if (Verdict verdict = judgeMethod(head, admission.route)) return verdict;
   if (Verdict verdict = judgeClient(head, admission.route, rules)) return verdict;
   const bool isPage = admission.route == Route::kServlet || admission.route == Route::kHome;

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "host/answer.h"
@@ -18,6 +19,7 @@ enum class Route { kStatic, kServlet, kSimulator, kHome };
 struct AdmissionRules {
   std::size_t maxUpload = 0;  // bytes of the longest body
   bool hasSimulator = false;
+  std::vector<std::string> names = {};  // of the phone, as hostName() gives them, beside those it always goes by
 };
 
 struct Refusal {

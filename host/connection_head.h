@@ -19,6 +19,6 @@ struct Peer {
 // The header's value; empty when absent. Good until the request ends.
 std::string_view headerOf(MHD_Connection* connection, const char* name);
 
-RequestHead readHead(MHD_Connection* connection, const Peer& peer, const char* method);
+RequestHead readHead(MHD_Connection* connection, const Peer& peer, const char* method, std::string_view version);
 
 }  // namespace host

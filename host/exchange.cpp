@@ -41,10 +41,11 @@ MHD_Response* makeResponse(Answer& answer) {
 }
 }  // namespace
 
-Exchange::Exchange(ServerCore& core, MHD_Connection* connection, const Peer& peer, const char* method)
+Exchange::Exchange(ServerCore& core, MHD_Connection* connection, const Peer& peer, const char* method,
+                   const char* version)
     : core_(core),
       connection_(connection),
-      head_(readHead(connection, peer, method)),
+      head_(readHead(connection, peer, method, version)),
       admission_(admit(head_, core.rules, core.rebooting())),
       body_(core.spoolFolder),
       expectsContinue_(equalsIgnoreCase(headerOf(connection, "Expect"), "100-continue")),

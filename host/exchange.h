@@ -25,7 +25,7 @@ struct ServerCore;
 // connection is suspended, so no client holds a thread.
 class Exchange final : public Job, private Pausable, public std::enable_shared_from_this<Exchange> {
  public:
-  Exchange(ServerCore& core, MHD_Connection* connection, const Peer& peer, const char* method);
+  Exchange(ServerCore& core, MHD_Connection* connection, const Peer& peer, const char* method, const char* version);
 
   // A call of libmicrohttpd's access handler: first with the headers, then a piece of the body at a time, last when all
   // is there; and again after each suspension. MHD_NO drops the connection.

@@ -61,6 +61,7 @@ host::ServerSettings settingsFor(const host::Options& options, const fs::path& r
   settings.root = root;
   settings.address = options.address;
   settings.port = options.port;
+  settings.names = options.names;
   settings.maxUpload = options.maxUpload;
   settings.accessLog = !options.quiet;
   settings.tlsCertificate = readText(options.tlsCertificate);

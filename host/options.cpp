@@ -5,6 +5,8 @@
 #include <map>
 #include <string_view>
 
+#include "host/host_name.h"
+
 namespace host {
 namespace {
 namespace fs = std::filesystem;
@@ -32,6 +34,12 @@ bool parseMebibytes(std::string_view text, std::size_t& bytes) {
   return true;
 }
 
+bool addName(std::string_view text, Options& options) {
+  const auto name = text.find(':') == std::string_view::npos ? hostName(text) : std::nullopt;
+  if (name) options.names.push_back(*name);
+  return name.has_value();
+}
+
 // The first of the places that exists, else the first.
 fs::path firstThere(const std::vector<fs::path>& places) {
   for (const fs::path& place : places) {
@@ -57,6 +65,7 @@ const char* const kUsage =
     "  --rootfs PATH          what an empty root is filled from\n"
     "  --module PATH          the page handlers (libphonepages.so)\n"
     "  --pages PATH           the page list (DIR/phone/www/WEB-INFO/pages.conf)\n"
+    "  --name NAME            a name by which the phone is asked for; may be repeated\n"
     "  --max-upload MIB       longest request body, 1 to 1024 (64)\n"
     "  --tls-cert FILE --tls-key FILE\n"
     "                         serve HTTPS with this certificate and key (PEM)\n"
@@ -76,6 +85,7 @@ bool parseOptions(const std::vector<std::string>& arguments, const fs::path& pro
       {"--tls-cert", path(options.tlsCertificate)},
       {"--tls-key", path(options.tlsKey)},
       {"--listen", [&](const std::string& text) { return parseListen(text, options); }},
+      {"--name", [&](const std::string& text) { return addName(text, options); }},
       {"--max-upload", [&](const std::string& text) { return parseMebibytes(text, options.maxUpload); }}};
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& name = arguments[i];

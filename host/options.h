@@ -15,6 +15,7 @@ struct Options {
   std::filesystem::path root, rootfs, module, pages;
   std::string address;
   std::uint16_t port = 0;
+  std::vector<std::string> names;  // as hostName() gives them
   std::size_t maxUpload = kDefaultMaxUpload;
   std::filesystem::path tlsCertificate, tlsKey;
   bool quiet = false, help = false;

@@ -1,5 +1,6 @@
 #include "host/request_head.h"
 
+#include <algorithm>
 #include <charconv>
 #include <utility>
 
@@ -7,12 +8,20 @@
 
 namespace host {
 namespace {
-// A proxy's "http://host/path" as "/path".
-std::string_view pathOfTarget(std::string_view target) {
+// Parts "http://host/path" into host and "/path".
+void readTarget(std::string_view target, RequestHead& head) {
   const std::size_t scheme = target.find("://");
-  if (target.starts_with('/') || scheme == std::string_view::npos) return target;
-  const std::size_t path = target.find('/', scheme + 3);
-  return path == std::string_view::npos ? "/" : target.substr(path);
+  if (!target.starts_with('/') && scheme != std::string_view::npos) {
+    target.remove_prefix(scheme + 3);
+    const std::size_t end = std::min(target.find_first_of("/?"), target.size());
+    head.targetHost = target.substr(0, end);
+    target.remove_prefix(end);
+  }
+  head.target = target;
+  if (head.targetHost && !target.starts_with('/')) head.target.insert(head.target.begin(), '/');
+  head.path = head.target.substr(0, head.target.find('?'));
+  if (head.path.size() == head.target.size()) return;
+  head.queryError = parseUrlEncoded(std::string_view(head.target).substr(head.path.size() + 1), head.query);
 }
 
 bool isSessionId(std::string_view text) {
@@ -34,14 +43,9 @@ RequestHead readHead(std::string method, std::string_view target, std::string re
   };
   RequestHead head;
   head.method = std::move(method);
-  head.target = pathOfTarget(target);
-  target = head.target;
-  head.path = target.substr(0, target.find('?'));
-  if (head.path.size() < target.size()) {
-    head.queryError = parseUrlEncoded(target.substr(head.path.size() + 1), head.query);
-  }
+  readTarget(target, head);
   head.remoteAddress = std::move(remoteAddress);
-  head.host = header("Host");
+  if (const char* host = headers("Host")) head.host = host;
   if (const char* type = headers("Content-Type")) head.contentType = type;
   if (const auto id = cookieValue(header("Cookie"), kSessionCookie); isSessionId(id)) head.sessionId = id;
   head.origin = header("Origin");

@@ -18,7 +18,9 @@ struct RequestHead {
   Fields query;
   FieldResult queryError = FieldResult::kOk;
   std::string remoteAddress;
-  std::string host;  // the Host header
+  std::optional<std::string> host;        // the Host header; several of them as a list
+  bool needsHost = false;                 // from HTTP/1.1 on
+  std::optional<std::string> targetHost;  // of a target that names one, as a proxy's client sends it
   std::optional<std::string> contentType;
   std::string sessionId;  // from the cookie; empty when there is none
   std::string origin, fetchSite, fetchMode, fetchDest;

@@ -126,15 +126,15 @@ void* targetCame(void*, const char* target, MHD_Connection* connection) {
   return nullptr;
 }
 
-MHD_Result requestCame(void* core, MHD_Connection* connection, const char*, const char* method, const char*,
+MHD_Result requestCame(void* core, MHD_Connection* connection, const char*, const char* method, const char* version,
                        const char* data, std::size_t* size, void** context) {
   try {
     auto*& holder = reinterpret_cast<ExchangeHolder*&>(*context);
     const Peer* peer = peerOf(connection);
     if (!peer) return MHD_NO;
     if (!holder) {
-      holder =
-          new ExchangeHolder(std::make_shared<Exchange>(*static_cast<ServerCore*>(core), connection, *peer, method));
+      holder = new ExchangeHolder(
+          std::make_shared<Exchange>(*static_cast<ServerCore*>(core), connection, *peer, method, version));
     }
     return (*holder)->proceed(data, size);
   } catch (const std::exception& error) {

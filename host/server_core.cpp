@@ -13,7 +13,7 @@ std::string makeSpoolFolder(const std::filesystem::path& root) {
 }
 
 AdmissionRules rulesFor(const ServerSettings& settings) {
-  return {settings.maxUpload, static_cast<bool>(settings.simulator)};
+  return {settings.maxUpload, static_cast<bool>(settings.simulator), settings.names};
 }
 }  // namespace
 

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "host/device.h"
 #include "host/rate_guard.h"
@@ -31,6 +32,7 @@ struct ServerSettings {
   std::filesystem::path root;         // of the phone's file tree
   std::string address = "127.0.0.1";  // numeric, IPv4 or IPv6
   std::uint16_t port = 0;             // 0: any free one
+  std::vector<std::string> names;     // further names of the phone, as hostName() gives them
   std::size_t maxUpload = kDefaultMaxUpload;
   std::chrono::milliseconds rateWindow = kDefaultRateWindow;  // of the pace that a sender must keep
   bool accessLog = true;

@@ -42,8 +42,9 @@ struct Row {
   const char* expected;
 };
 
-void expectAdmitted(std::initializer_list<Row> rows, const AdmissionRules& rules = {3 << 20, true},
-                    bool rebooting = false) {
+const AdmissionRules kRules{3 << 20, true, {"phone.example.com"}};
+
+void expectAdmitted(std::initializer_list<Row> rows, const AdmissionRules& rules = kRules, bool rebooting = false) {
   for (const Row& row : rows) {
     EXPECT_EQ(admitted(row.request, rules, rebooting), row.expected) << row.request.substr(0, 300);
   }
@@ -86,6 +87,7 @@ TEST(Admission, KeepsOtherSitesOut) {
       {"POST /servlet\nHost: phone.local:443\nOrigin: https://phone.local", "servlet"},
       {"POST /servlet\nHost: phone.local\nOrigin: http://phone.local:8080", "403"},
       {"POST /servlet\nHost: phone.local\nOrigin: http://phone.local.evil", "403"},
+      {"POST /servlet\nHost: \nOrigin: http://", "400"},
       {"POST /servlet\nHost: phone.local\nOrigin: null", "403"},
       {std::string("GET /") + kFromLink + "document", "home"},
       {std::string("GET /servlet?p=a&q=load") + kFromLink, "servlet"},
@@ -108,11 +110,68 @@ TEST(Admission, OpensTheSimulatorToLocalPeopleOnly) {
       {"GET /simulator/\nHost: 10.0.0.1", "403"},
       {"GET /simulator/\nHost: [::2]", "403"},
       {"GET /simulator/\nHost: phone.localhost", "403"},
+      {"GET http://127.0.0.1/simulator/\nHost: 10.0.0.1", "400"},
       {"PUT /simulator/config\nOrigin: http://evil", "403"},
       {"GET /simulator/\nSec-Fetch-Site: cross-site\nSec-Fetch-Mode: cors", "403"},
       {std::string("GET /simulator/") + kFromLink + "document", "simulator"},
   });
-  expectAdmitted({{"GET /simulator/", "404"}}, {3 << 20, false});
+  expectAdmitted({{"GET /simulator/", "404"}}, {3 << 20});
+}
+
+TEST(Admission, AnswersToItsNamesOnly) {
+  for (const char* name :
+       {"10.0.0.1", "10.0.0.1:8080", "10.0.0.1.", "[fe80::1]:80", "[::ffff:10.0.0.1]", "phone", "PHONE:", "phone.",
+        "a.b.LOCAL:80", "phone.lan.", "phone.home.arpa", "phone.internal", "x_1.localhost", "phone.Example.com.:80"}) {
+    for (const char* target : {"/", "/servlet?p=a", "/js/app.js"}) {
+      EXPECT_FALSE(admit(headOf(std::string("GET ") + target + "\nHost: " + name), kRules, false).refusal) << name;
+    }
+  }
+  for (const char* name :
+       {"evil.com", "10.0.0.1.evil.com", "127.1", "1.2.3.4.5", "256.0.0.1", "0x7f.0.0.1", "local.evil", "evillocal.com",
+        "xhome.arpa", "x.phone.example.com", "phone.example.com.evil:80"}) {
+    for (const char* target : {"/", "/servlet?p=a", "/js/app.js", "/simulator/"}) {
+      EXPECT_EQ(admitted(std::string("GET ") + target + "\nHost: " + name, kRules, false), "421") << name;
+    }
+  }
+  for (const char* name : {"",
+                           ".",
+                           "..",
+                           ".local",
+                           "a..local",
+                           "a b",
+                           "phone, phone",
+                           "phone,evil.com",
+                           "u@phone",
+                           "phone/x",
+                           "phone:80x",
+                           "phone:80:80",
+                           "[::1",
+                           "[::1]x",
+                           "[]",
+                           "[phone]",
+                           "[fe80::1%25eth0]",
+                           "::1",
+                           "ph%6fne",
+                           "ph\xc3\xb6ne",
+                           "phone\t",
+                           "phone#",
+                           "phone?"}) {
+    EXPECT_EQ(admitted(std::string("GET /\nHost: ") + name, kRules, false), "400") << name;
+  }
+  RequestHead old = headOf("GET /");
+  old.host.reset();
+  EXPECT_FALSE(admit(old, kRules, false).refusal);
+  // An address that names a host of its own, as for a proxy.
+  expectAdmitted({
+      {"GET http://PHONE:80/servlet?p=a\nHost: phone.", "servlet"},
+      {"GET http://evil.com/\nHost: 127.0.0.1", "400"},
+      {"GET http://127.0.0.1/\nHost: evil.com", "400"},
+      {"GET http://evil.com/\nHost: evil.com", "421"},
+      {"GET http://u@127.0.0.1/", "400"},
+      {"GET http:///", "400"},
+      {"GET http://127.0.0.1?p=a", "home"},
+      {"GET x/http://evil.com/", "400"},
+  });
 }
 
 TEST(Admission, LimitsBodies) {
@@ -135,7 +194,7 @@ TEST(Admission, LetsNobodyInWhileThePhoneReboots) {
           {"GET /js/app.js", "static"},
           {"GET /simulator/", "simulator"},
       },
-      {3 << 20, true}, true);
+      kRules, true);
 }
 
 }  // namespace
