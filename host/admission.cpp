@@ -75,7 +75,7 @@ bool isPlainForm(const RequestHead& head) {
 }
 
 std::size_t maxBodyOf(Route route, const RequestHead& head, const AdmissionRules& rules) {
-  const bool streams = route == Route::kServlet && !isPlainForm(head);
+  const bool streams = route == Route::kServlet && head.method == "POST" && !head.isPush() && !isPlainForm(head);
   return streams ? rules.maxUpload : std::min(rules.maxUpload, kMaxGatheredBody);
 }
 
@@ -106,9 +106,19 @@ Verdict judgeHost(const RequestHead& head, const AdmissionRules& rules) {
   return isPhoneHost(*host, rules.names) ? Verdict() : refuse(421);
 }
 
+// By an address alone, as of a picture on some page, nobody logs in: a wrong guess would count against the reader.
+bool isLogin(const RequestHead& head, Route route) {
+  const auto is = [&](const char* name, const char* value) {
+    const std::string* field = head.field(name);
+    return field && *field == value;
+  };
+  return route == Route::kServlet && is("p", "login") && is("q", "login");
+}
+
 Verdict judgeMethod(const RequestHead& head, Route route) {
   const std::string_view allowed = methodsOf(route);
   if (!names(allowed, head.method)) return Refusal{405, {{"Allow", std::string(allowed)}}};
+  if (isLogin(head, route) && head.method != "POST") return Refusal{405, {{"Allow", "POST"}}};
   return {};
 }
 

@@ -14,7 +14,6 @@ namespace host {
 namespace {
 using Clock = std::chrono::steady_clock;
 
-constexpr const char* kHomePage = "/servlet?p=status&q=load";
 // How much of a body that nobody wants is let pass by, so that the client comes to read the answer.
 constexpr std::size_t kMaxPassedBy = 4;  // times the upload limit
 

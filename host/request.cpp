@@ -6,6 +6,12 @@
 #include <string_view>
 
 namespace host {
+namespace {
+// What a form in the body is to be parsed as: none without POST, and a pushed document is none whatever it is called.
+std::string formTypeOf(const RequestHead& head) {
+  return head.method == "POST" && !head.isPush() ? head.contentType.value_or("") : "";
+}
+}  // namespace
 
 Request::Request(const RequestHead& head, Body& body, SessionStore& sessions, PageContext& context,
                  const std::filesystem::path& root)
@@ -14,7 +20,7 @@ Request::Request(const RequestHead& head, Body& body, SessionStore& sessions, Pa
       sessions_(sessions),
       context_(context),
       uploads_(root),
-      form_(head.contentType.value_or(""), body, uploads_) {
+      form_(formTypeOf(head), body, uploads_) {
   if (!head.sessionId.empty()) {
     context_.session = sessions_.find(head.sessionId, std::chrono::steady_clock::now());
   }

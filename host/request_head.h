@@ -30,6 +30,9 @@ struct RequestHead {
   // A field of the query; null when absent.
   const std::string* field(std::string_view name) const { return query.first(name); }
   bool reads() const { return method == "GET" || method == "HEAD"; }
+  // True for a document that is pushed to the phone. It goes to the filter, which lets strangers in with it; what else
+  // the request names is not for them.
+  bool isPush() const { return std::string_view(target).substr(path.size()).starts_with("?push"); }
 };
 
 inline constexpr const char* kSessionCookie = "PHONESESSION";

@@ -1,7 +1,6 @@
 #include "host/servlet_runner.h"
 
 #include <exception>
-#include <string_view>
 
 #include "host/admission.h"
 #include "host/log.h"
@@ -15,17 +14,21 @@ int statusOf(FieldResult error) {
   return error == FieldResult::kTooLarge ? 413 : 400;
 }
 
-// The page that is asked for; null when there is none. A pushed document goes to the filter, which lets strangers in
-// with it: what else its request names is not for them.
+// The page that is asked for; null when there is none.
 const char* pageOf(const RequestHead& head, const Body& body, Request& request) {
-  if (std::string_view(head.target).substr(head.path.size()).starts_with("?push")) return nullptr;
+  if (head.isPush()) return nullptr;
   if (const std::string* named = head.field("p")) return named->c_str();
   return body.readable() ? request.getParameter("p") : nullptr;
 }
 
+// What is left to do when the filter has let a request in that names no page: nothing for a command, which it carried
+// out itself.
+void answerWithoutPage(const RequestHead& head, Response& response) {
+  if (head.target.size() <= head.path.size() + 1) response.sendRedirect(kHomePage);
+}
+
 // Lets the page have the request. True when there was an answer, be it an empty one.
-bool runPage(const PageTable& pages, const char* page, const RequestHead& head, Request& request, Response& response) {
-  if (!page) return head.target.size() > head.path.size() + 1;  // a command that the filter carried out itself
+bool runPage(const PageTable& pages, const char* page, Request& request, Response& response) {
   HttpServlet* handler = pages.find(page);
   // A page that saves what a form holds is not to take a refused one for an empty one.
   if (handler && !request.formIsSound()) return true;
@@ -68,9 +71,14 @@ Answer ServletRunner::serve(const RequestHead& head, Body& body) {
   Response response(renderer_, context, settings_.spoolFolder, head.wantsJson);
   const char* page = pageOf(head, body, request);
   if (page) context.page = page;
-  if (pages_.filter().onRequest(&request, &response) != 0) {
+  // For a form that is answered as refused, the filter is not to carry out a command either.
+  if (request.formError() == FieldResult::kOk && pages_.filter().onRequest(&request, &response) != 0) {
     body.open();
-    if (!runPage(pages_, page, head, request, response)) response.sendError(404);
+    if (!page) {
+      answerWithoutPage(head, response);
+    } else if (!runPage(pages_, page, request, response)) {
+      response.sendError(404);
+    }
   }
   Answer answer = response.finish();
   if (request.formError() != FieldResult::kOk) answer = errorAnswer(statusOf(request.formError()), head.wantsJson);

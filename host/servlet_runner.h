@@ -17,6 +17,8 @@ namespace host {
 class PageTable;
 struct PageContext;
 
+inline constexpr const char* kHomePage = "/servlet?p=status&q=load";
+
 class ServletRunner {
  public:
   struct Settings {

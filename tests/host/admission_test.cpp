@@ -174,6 +174,22 @@ TEST(Admission, AnswersToItsNamesOnly) {
   });
 }
 
+TEST(Admission, TakesALoginByFormOnly) {
+  expectAdmitted({
+      {"GET /servlet?p=login&q=login&username=admin&pwd=x", "405 Allow: POST"},
+      {"HEAD /servlet?q=login&p=login", "405 Allow: POST"},
+      {"GET /servlet?%70=log%69n&q=%6cogin", "405 Allow: POST"},
+      {"GET /servlet?x&&p=login&q=login&p=status&q=load", "405 Allow: POST"},
+      {"GET http://127.0.0.1/servlet?p=login&q=login", "405 Allow: POST"},
+      {std::string("GET /servlet?p=login&q=login") + kFromLink + "document", "405 Allow: POST"},
+      {"GET /servlet?p=status&q=load&p=login&q=login", "servlet"},
+      {"GET /servlet?p=login&q=loginForm", "servlet"},
+      {"GET /servlet?p=login&q=logout", "servlet"},
+      {"GET /servlet?P=login&Q=login", "servlet"},
+      {"POST /servlet?p=login&q=login", "servlet"},
+  });
+}
+
 TEST(Admission, LimitsBodies) {
   const std::string form(kForm);
   expectAdmitted({
@@ -181,6 +197,10 @@ TEST(Admission, LimitsBodies) {
       {"POST /servlet" + form + "1048577", "413"},
       {"POST /servlet\nContent-Length: 3145728", "servlet"},
       {"POST /servlet\nContent-Length: 3145729", "413"},
+      {"POST /servlet?push\nContent-Length: 1048576", "servlet"},
+      {"POST /servlet?pushx\nContent-Length: 1048577", "413"},
+      {"POST /servlet?p=push\nContent-Length: 1048577", "servlet"},
+      {"GET /servlet?p=a\nContent-Length: 1048577", "413"},
       {"PUT /simulator/config\nContent-Length: 1048577", "413"},
       {"GET /js/app.js\nContent-Length: 1048577", "413"},
   });

@@ -81,8 +81,9 @@ TEST_F(ServerTest, RoutesRequests) {
       {"/servlet?p=any&q=load", 200, "page", ""},
       {"/servlet?p=gone&q=load", 404, "Error 404", ""},
       {"/servlet?p=", 404, "Error 404", ""},
-      {"/servlet", 404, "Error 404", ""},
-      {"/servlet?", 404, "Error 404", ""},
+      {"/servlet", 302, "", "/servlet?p=status&q=load"},
+      {"/servlet?", 302, "", "/servlet?p=status&q=load"},
+      {"/servlet?x", 200, "", ""},
       {"/servlet?key=OK", 200, "", ""},  // a command, which the filter carried out
       {"/servlet?push&p=any", 200, "", ""},
       {"/servlet/", 404, "Error 404", ""},

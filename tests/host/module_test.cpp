@@ -1,0 +1,68 @@
+// The real page handlers in the real server: what each alone cannot show.
+#include "host/module.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "simulator/simulator.h"
+#include "tests/host/host_test.h"
+
+namespace host_test {
+namespace {
+using namespace std::string_literals;
+
+constexpr const char* kForm = "Content-Type: application/x-www-form-urlencoded\r\n";
+
+class ModuleTest : public ServerTest {
+ protected:
+  ModuleTest() : phone_(root_.path() / "phone-root") {
+    static const host::Module module(PHONE_WEB_BUILD "/libphonepages.so");
+    simulator::prepareRoot(phone_, PHONE_WEB_ROOTFS);
+    simulator::start(phone_);
+    simulator::setLogSink([](int, int, std::string_view) {});
+    pages_ = std::make_unique<host::PageTable>(phone_ / "phone/www/WEB-INFO/pages.conf",
+                                               [](const std::string& name) { return module.function(name); });
+    host::ServerSettings settings;
+    settings.root = phone_;
+    server_ = std::make_unique<host::Server>(*pages_, std::move(settings));
+  }
+  ~ModuleTest() override { simulator::setLogSink(nullptr); }
+
+  void configure(const std::string& key, const std::string& value) {
+    simulator::control("PUT", "/simulator/config", {}, R"({"global":{")" + key + R"(":")" + value + R"("}})");
+  }
+  std::string pushed() {
+    std::ifstream in(phone_ / "tmp/XmlBrowserFile.xml", std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
+  const std::filesystem::path phone_;
+};
+
+TEST_F(ModuleTest, StoresPushedDocumentsAsTheyCome) {
+  EXPECT_EQ(post("/servlet?push", "", "xml=<stranger/>").status, 200);
+  EXPECT_EQ(pushed(), "");
+  configure("PushXMLServerIP", "127.0.0.1");
+  int number = 0;
+  for (const std::string type :
+       {"application/x-www-form-urlencoded", "multipart/form-data; boundary=B", "text/xml", ""}) {
+    for (const char* target : {"/servlet?push", "/servlet?pushXML&p=status"}) {
+      const std::string document = std::to_string(++number) + "<a>%00&p=login&q=login\0+\r\n--B--\r\n"s;
+      const std::string header = type.empty() ? "" : "Content-Type: " + type + "\r\n";
+      const Reply reply = post(target, header, "xml=" + document);
+      EXPECT_EQ(reply.status, 200) << type;
+      EXPECT_EQ(reply.body, "") << type;
+      EXPECT_EQ(pushed(), document) << type;
+    }
+  }
+  const std::string longest(1024 * 1024 - 4, 'x');
+  EXPECT_EQ(post("/servlet?push", kForm, "xml=" + longest).status, 200);
+  EXPECT_TRUE(pushed() == longest);
+  EXPECT_EQ(post("/servlet?push", "", "xml=y" + longest).status, 413);
+  const std::string chunked = head("POST", "/servlet?push", "Transfer-Encoding: chunked\r\n");
+  EXPECT_EQ(Client(server_->port()).ask(chunked + "100001\r\nxml=y" + longest + "\r\n0\r\n\r\n").status, 413);
+  EXPECT_TRUE(pushed() == longest);
+}
+
+}  // namespace
+}  // namespace host_test
