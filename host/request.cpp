@@ -22,7 +22,7 @@ Request::Request(const RequestHead& head, Body& body, SessionStore& sessions, Pa
       uploads_(root),
       form_(formTypeOf(head), body, uploads_) {
   if (!head.sessionId.empty()) {
-    context_.session = sessions_.find(head.sessionId, std::chrono::steady_clock::now());
+    context_.session = sessions_.find(head.sessionId, visitor(), std::chrono::steady_clock::now());
   }
 }
 
@@ -59,7 +59,7 @@ HttpSession* Request::getSession(int create) {
     context_.session = nullptr;
     context_.sessionEnded = true;
   }
-  if (!context_.session && create) context_.session = sessions_.create(std::chrono::steady_clock::now());
+  if (!context_.session && create) context_.session = sessions_.create(visitor(), std::chrono::steady_clock::now());
   if (held_.empty() || held_.back() != context_.session) held_.push_back(context_.session);
   return context_.session.get();
 }

@@ -40,6 +40,8 @@ class Request final : public HttpRequest {
   FieldResult formError() const { return form_.error(); }
 
  private:
+  Visitor visitor() const { return {head_.remoteAddress, head_.method == "POST"}; }
+
   const RequestHead& head_;
   Body& body_;
   SessionStore& sessions_;

@@ -26,6 +26,18 @@ std::string randomId() {
 }
 }  // namespace
 
+template <class Judge>
+void SessionStore::removeIf(const Judge& judge) {
+  std::erase_if(sessions_, [&](const auto& entry) {
+    if (!judge(*entry.second)) return false;
+    entry.second->valid_ = false;
+    return true;
+  });
+}
+
+Session::Session(SessionStore& store, Visitor visitor, SessionTime now)
+    : store_(store), used_(now), visitor_(std::move(visitor)) {}
+
 Session::Attribute* Session::find(std::string_view name) {
   const auto at = std::find_if(attributes_.begin(), attributes_.end(), [&](const auto& a) { return a.name == name; });
   return at == attributes_.end() ? nullptr : &*at;
@@ -39,7 +51,24 @@ void Session::setAttribute(const char* name, char* value) {
   } else {
     attributes_.push_back({name, std::move(text)});
   }
-  if (std::string_view(name) == "user") store_.renewId(*this);
+  if (std::string_view(name) == "user") login();
+  if (id_.empty() && getAttribute(name)) store_.place(*this);
+}
+
+void Session::login() {
+  const char* user = getAttribute("user");
+  if (visitor_.posts) {
+    commander_.clear();
+  } else if (isNew_) {
+    commander_ = visitor_.address + " " + (user ? user : "");
+    store_.removeIf([&](const Session& other) { return &other != this && other.commander_ == commander_; });
+  }
+  if (!id_.empty()) store_.renewId(*this);
+}
+
+Session::Rank Session::rank() {
+  if (!getAttribute("user")) return Rank::kAnonymous;
+  return commander_.empty() ? Rank::kPerson : Rank::kCommands;
 }
 
 const char* Session::getAttribute(const char* name) {
@@ -56,33 +85,34 @@ void Session::setMaxInactiveInterval(int seconds) {
   idleTime_ = seconds > 0 ? std::chrono::seconds(seconds) : kDefaultIdleTime;
 }
 
-std::shared_ptr<Session> SessionStore::find(const std::string& id, SessionTime now) {
+std::shared_ptr<Session> SessionStore::find(const std::string& id, Visitor visitor, SessionTime now) {
   const auto at = sessions_.find(id);
   if (at == sessions_.end()) return nullptr;
-  const std::shared_ptr<Session> session = at->second;
+  std::shared_ptr<Session> session = at->second;
   if (session->expired(now)) {
     remove(*session);
-    return nullptr;
+    return session;
   }
   session->used_ = now;
+  session->visitor_ = std::move(visitor);
+  session->isNew_ = false;
   session->replaced_.clear();
   return session;
 }
 
-std::shared_ptr<Session> SessionStore::create(SessionTime now) {
-  std::string id = randomId();
-  if (id.empty()) return nullptr;
-  removeExpired(now);
-  if (sessions_.size() >= kMaxSessions) makeRoom();
-  auto session = std::make_shared<Session>(*this, id);
-  session->used_ = now;
-  sessions_.emplace(std::move(id), session);
-  return session;
+std::shared_ptr<Session> SessionStore::create(Visitor visitor, SessionTime now) {
+  return std::make_shared<Session>(*this, std::move(visitor), now);
 }
 
 void SessionStore::clear() {
-  for (auto& [id, session] : sessions_) session->valid_ = false;
-  sessions_.clear();
+  removeIf([](const Session&) { return true; });
+}
+
+void SessionStore::place(Session& session) {
+  removeIf([&](const Session& other) { return other.expired(session.used_); });
+  if (sessions_.size() >= kMaxSessions && !makeRoom(session.rank())) return;
+  session.id_ = randomId();
+  if (!session.id_.empty()) sessions_.emplace(session.id_, session.shared_from_this());
 }
 
 void SessionStore::renewId(Session& session) {
@@ -103,22 +133,14 @@ void SessionStore::remove(Session& session) {
   sessions_.erase(session.id_);  // whoever asked for the removal still holds the session
 }
 
-void SessionStore::removeExpired(SessionTime now) {
-  for (auto at = sessions_.begin(); at != sessions_.end();) {
-    const std::shared_ptr<Session> session = at->second;
-    ++at;
-    if (session->expired(now)) remove(*session);
-  }
-}
-
-void SessionStore::makeRoom() {
-  const auto rank = [](const auto& entry) {
-    return std::pair(entry.second->getAttribute("user") != nullptr, entry.second->used_);
-  };
+bool SessionStore::makeRoom(Session::Rank rank) {
+  const auto order = [](const auto& entry) { return std::pair(entry.second->rank(), entry.second->used_); };
   const auto victim = std::min_element(sessions_.begin(), sessions_.end(),
-                                       [&](const auto& a, const auto& b) { return rank(a) < rank(b); });
-  const std::shared_ptr<Session> session = victim->second;
-  remove(*session);
+                                       [&](const auto& a, const auto& b) { return order(a) < order(b); });
+  if (victim->second->rank() > rank) return false;
+  victim->second->valid_ = false;
+  sessions_.erase(victim);
+  return true;
 }
 
 }  // namespace host

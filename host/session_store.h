@@ -21,10 +21,17 @@ using SessionTime = std::chrono::steady_clock::time_point;
 
 class SessionStore;
 
-// One session. It may outlive its place in the store for the length of a request.
-class Session final : public HttpSession {
+// The client of a request.
+struct Visitor {
+  std::string address;
+  bool posts = false;  // the request is a POST: who logs in by it is taken for a person
+};
+
+// One session. It is worth nothing to a client, and takes no place in the store, before it holds something; and it may
+// outlive its place for the length of a request.
+class Session final : public HttpSession, public std::enable_shared_from_this<Session> {
  public:
-  Session(SessionStore& store, std::string id) : store_(store), id_(std::move(id)) {}
+  Session(SessionStore& store, Visitor visitor, SessionTime now);
 
   // Setting "user" gives the session a new id, so that an id known before the login is worth nothing after it.
   void setAttribute(const char* name, char* value) override;
@@ -32,6 +39,7 @@ class Session final : public HttpSession {
   void invalidate() override;
   void setMaxInactiveInterval(int seconds) override;  // 0 or less: the default
 
+  // Empty while it has no place in the store.
   const std::string& id() const { return id_; }
   bool valid() const { return valid_; }
 
@@ -42,8 +50,12 @@ class Session final : public HttpSession {
     std::string name;
     Text value;
   };
+  // In the order in which they give way.
+  enum class Rank { kAnonymous, kCommands, kPerson };
 
   Attribute* find(std::string_view name);
+  void login();
+  Rank rank();
   bool expired(SessionTime now) const { return now - used_ >= idleTime_; }
 
   SessionStore& store_;
@@ -52,25 +64,34 @@ class Session final : public HttpSession {
   std::vector<Text> replaced_;  // a handler may still look at them; freed with the next request
   std::chrono::seconds idleTime_ = kDefaultIdleTime;
   SessionTime used_;
+  Visitor visitor_;        // of the request that has the session
+  bool isNew_ = true;      // made in that request
+  std::string commander_;  // address and name, when a command brought the credentials along
   bool valid_ = true;
 };
 
+// A client that sends commands with its credentials, and no cookie, logs in with each: such sessions give way to the
+// next one of the same address and name, and never take the place of a person's.
 class SessionStore {
  public:
-  // The session `id`, whose idle time begins again; null when there is none.
-  std::shared_ptr<Session> find(const std::string& id, SessionTime now);
-  // A new session. In a full store the longest idle session that nobody is logged in to gives way, else the longest
-  // idle of all. Null when the system gives no random bytes.
-  std::shared_ptr<Session> create(SessionTime now);
+  // The session `id`, whose idle time begins again; null when there is none. One that has expired is given as invalid,
+  // and is gone.
+  std::shared_ptr<Session> find(const std::string& id, Visitor visitor, SessionTime now);
+  // A new session without a place. It gets one, and its id, with its first attribute; in a full store in place of the
+  // longest idle of the lowest rank that is no higher than its own. It stays without one when there is none such, or
+  // when the system gives no random bytes.
+  std::shared_ptr<Session> create(Visitor visitor, SessionTime now);
   void clear();
   std::size_t size() const { return sessions_.size(); }
 
  private:
   friend class Session;
+  void place(Session& session);
   void renewId(Session& session);
   void remove(Session& session);
-  void removeExpired(SessionTime now);
-  void makeRoom();
+  template <class Judge>
+  void removeIf(const Judge& judge);
+  bool makeRoom(Session::Rank rank);
 
   std::unordered_map<std::string, std::shared_ptr<Session>> sessions_;
 };

@@ -64,5 +64,21 @@ TEST_F(ModuleTest, StoresPushedDocumentsAsTheyCome) {
   EXPECT_TRUE(pushed() == longest);
 }
 
+TEST_F(ModuleTest, KeepsAPersonsSessionWhoeverElseComes) {
+  const Reply login = post("/servlet?p=login&q=login", kForm, "username=admin&pwd=admin&jumpto=status");
+  EXPECT_EQ(login.header("location"), "/servlet?p=status&q=load");
+  const std::string cookie = "Cookie: " + login.header("set-cookie").substr(0, 45) + "\r\n";
+  configure("AURILimitIP", "any");
+  const std::string link = "Sec-Fetch-Site: cross-site\r\nSec-Fetch-Mode: navigate\r\nSec-Fetch-Dest: document\r\n";
+  for (int i = 0; i < 70; ++i) {
+    EXPECT_EQ(get("/servlet?p=status&q=load", link).header("set-cookie"), "");
+    EXPECT_EQ(get("/servlet?key=OK&@admin:admin").status, 200);
+    EXPECT_EQ(get("/servlet?key=OK&@var:var").status, 200);
+  }
+  EXPECT_EQ(get("/servlet?p=status&q=load", cookie).status, 200);
+  EXPECT_EQ(get("/servlet?", cookie).header("location"), "/servlet?p=status&q=load");
+  EXPECT_EQ(get("/servlet?").header("location"), "/servlet?p=login&q=loginForm&jumpto=URI&");
+}
+
 }  // namespace
 }  // namespace host_test

@@ -14,10 +14,21 @@ using namespace std::chrono_literals;
 
 constexpr SessionTime kStart{};
 
+const Visitor kPerson{"10.0.0.1", true}, kCommander{"10.0.0.9", false};
+
+using SessionPointer = std::shared_ptr<Session>;
+
+// A session in which `attribute` was set at once.
+SessionPointer makeSession(SessionStore& store, const Visitor& visitor, SessionTime now, const char* attribute = "user",
+                           const char* value = "admin") {
+  SessionPointer session = store.create(visitor, now);
+  session->setAttribute(attribute, strdup(value));
+  return session;
+}
+
 TEST(SessionStore, KeepsTextsThatAHandlerMayHold) {
   SessionStore store;
-  const auto session = store.create(kStart);
-  EXPECT_EQ(session->id().size(), 32U);
+  const auto session = store.create(kPerson, kStart);
   const char* first = (session->setAttribute("x", strdup("1")), session->getAttribute("x"));
   session->setAttribute("x", strdup("2"));
   EXPECT_STREQ(first, "1");
@@ -28,35 +39,88 @@ TEST(SessionStore, KeepsTextsThatAHandlerMayHold) {
   EXPECT_EQ(store.size(), 0U);
 }
 
-TEST(SessionStore, DropsIdleSessions) {
+TEST(SessionStore, GivesAPlaceToWhatHoldsSomething) {
   SessionStore store;
-  const auto session = store.create(kStart);
-  EXPECT_NE(store.find(session->id(), kStart + 14min), nullptr);
-  EXPECT_NE(store.find(session->id(), kStart + 28min), nullptr);  // the look before kept it alive
+  const auto session = store.create(kPerson, kStart);
   session->setMaxInactiveInterval(60);
-  EXPECT_NE(store.find(session->id(), kStart + 28min + 59s), nullptr);
-  session->setMaxInactiveInterval(0);
-  EXPECT_NE(store.find(session->id(), kStart + 43min), nullptr);
-  EXPECT_EQ(store.find(session->id(), kStart + 58min), nullptr);
-  EXPECT_FALSE(session->valid());
+  session->setAttribute("x", nullptr);
+  EXPECT_EQ(session->id(), "");
+  EXPECT_EQ(store.size(), 0U);
+  EXPECT_EQ(store.find("", kPerson, kStart), nullptr);
+  session->setAttribute("x", strdup("1"));
+  const std::string anonymous = session->id();
+  EXPECT_EQ(anonymous.size(), 32U);
+  session->setAttribute("user", strdup("admin"));
+  EXPECT_EQ(session->id().size(), 32U);
+  EXPECT_EQ(store.find(anonymous, kPerson, kStart), nullptr);
+  EXPECT_EQ(store.find(session->id(), kPerson, kStart + 59s), session);
+  EXPECT_FALSE(store.find(session->id(), kPerson, kStart + 119s)->valid());  // by the time set before it had a place
+  const auto unplaced = store.create(kPerson, kStart);
+  unplaced->invalidate();
+  unplaced->setAttribute("user", strdup("late"));
+  EXPECT_EQ(store.size(), 0U);
 }
 
-TEST(SessionStore, LetsAnonymousSessionsGiveWayFirst) {
+TEST(SessionStore, DropsIdleSessions) {
   SessionStore store;
-  std::vector<std::shared_ptr<Session>> all;
-  for (int i = 0; i < 64; ++i) {
-    all.push_back(store.create(kStart + i * 1s));
-    if (i != 5 && i != 9) all.back()->setAttribute("user", strdup("admin"));
-  }
-  store.find(all[5]->id(), kStart + 70s);  // now 9 is the longest idle of the two
-  const auto next = store.create(kStart + 71s);
+  const auto session = makeSession(store, kPerson, kStart);
+  const auto lives = [&](SessionTime now) { return store.find(session->id(), kPerson, now)->valid(); };
+  EXPECT_TRUE(lives(kStart + 14min));
+  EXPECT_TRUE(lives(kStart + 28min));  // the look before kept it alive
+  session->setMaxInactiveInterval(60);
+  EXPECT_TRUE(lives(kStart + 28min + 59s));
+  session->setMaxInactiveInterval(0);
+  EXPECT_TRUE(lives(kStart + 43min));
+  EXPECT_FALSE(lives(kStart + 58min));
+  EXPECT_EQ(store.find(session->id(), kPerson, kStart + 58min), nullptr);
+}
+
+TEST(SessionStore, LetsThoseGiveWayWhoMatterLess) {
+  SessionStore store;
+  std::vector<SessionPointer> all;
+  for (int i = 0; i < 64; ++i)
+    all.push_back(makeSession(store, kPerson, kStart + i * 1s, i == 5 || i == 9 ? "x" : "user"));
+  store.find(all[5]->id(), kPerson, kStart + 70s);  // now 9 is the longest idle of the two that nobody is logged in to
+  const auto commander = makeSession(store, kCommander, kStart + 71s);
   EXPECT_FALSE(all[9]->valid());
+  makeSession(store, kPerson, kStart + 72s);
+  EXPECT_FALSE(all[5]->valid());
+  makeSession(store, kPerson, kStart + 73s);
+  EXPECT_FALSE(commander->valid());
+  // Only persons are left: nobody who is less than they are takes a place.
+  EXPECT_EQ(makeSession(store, kCommander, kStart + 74s)->id(), "");
+  const auto anonymous = makeSession(store, kPerson, kStart + 75s, "x");
+  EXPECT_EQ(anonymous->id(), "");
+  EXPECT_STREQ(anonymous->getAttribute("x"), "admin");
   EXPECT_TRUE(all[0]->valid());
-  next->setAttribute("user", strdup("var"));
-  all[5]->setAttribute("user", strdup("var"));
-  store.create(kStart + 72s);
-  EXPECT_FALSE(all[0]->valid());  // all are logged in: the longest idle
+  anonymous->setAttribute("user", strdup("admin"));  // a person now
+  EXPECT_EQ(anonymous->id().size(), 32U);
+  EXPECT_FALSE(all[0]->valid());
+  EXPECT_TRUE(all[1]->valid());
   EXPECT_EQ(store.size(), 64U);
+}
+
+TEST(SessionStore, KeepsOneSessionForAClientThatLogsInWithEachCommand) {
+  SessionStore store;
+  const auto person = makeSession(store, {kCommander.address, true}, kStart);
+  const auto other = makeSession(store, {"10.0.0.2", false}, kStart),
+             var = makeSession(store, kCommander, kStart, "user", "var");
+  const auto first = makeSession(store, kCommander, kStart), second = store.create(kCommander, kStart);
+  second->setAttribute("x", strdup("1"));
+  EXPECT_TRUE(first->valid());
+  second->setAttribute("user", strdup("admin"));
+  EXPECT_FALSE(first->valid());
+  EXPECT_TRUE(second->valid() && person->valid() && other->valid() && var->valid());
+  EXPECT_EQ(store.size(), 4U);
+  // A client that keeps its cookie and then logs in by the form has become a person.
+  store.find(second->id(), {kCommander.address, true}, kStart)->setAttribute("user", strdup("admin"));
+  const auto third = makeSession(store, kCommander, kStart);
+  EXPECT_TRUE(second->valid());
+  // And by a command in a session of his, a person stays one.
+  store.find(person->id(), kCommander, kStart)->setAttribute("user", strdup("admin"));
+  makeSession(store, kCommander, kStart);
+  EXPECT_TRUE(person->valid());
+  EXPECT_FALSE(third->valid());
 }
 
 TEST(StaticFiles, StayInTheirFolder) {

@@ -230,25 +230,38 @@ TEST_F(ServerTest, GivesSessions) {
   behaviour().page = [](HttpRequest* request, HttpResponse* response) {
     HttpSession* session = request->getSession(1);
     const std::string action = orNull(request->getParameter("q"));
+    if (action == "keep") session->setAttribute("x", strdup("kept"));
     if (action == "in") session->setAttribute("user", strdup("admin"));
+    if (action == "brief") session->setMaxInactiveInterval(1);
     if (action == "out") session->invalidate();
     session = request->getSession(action != "out");
     response->print("%s", orNull(session ? session->getAttribute("user") : nullptr).c_str());
   };
-  const Reply first = get("/servlet?p=any");
+  const std::string removal = "PHONESESSION=; Path=/; HttpOnly; SameSite=Strict; Max-Age=0";
+  const std::string unknown = "Cookie: PHONESESSION=0123456789abcdef0123456789abcdef\r\n";
+  EXPECT_EQ(get("/servlet?p=any").header("set-cookie"), "");
+  EXPECT_EQ(get("/servlet?p=any", unknown).header("set-cookie"), "");
+  EXPECT_EQ(get("/servlet?p=any&q=out", unknown).header("set-cookie"), removal);
+  const Reply first = get("/servlet?p=any&q=keep", unknown);
   EXPECT_EQ(first.header("set-cookie").substr(45), "; Path=/; HttpOnly; SameSite=Strict");
   const std::string before = cookieOf(first);
+  EXPECT_THAT(before, Not(HasSubstr("0123456789abcdef0123456789abcdef")));
   const Reply login = get("/servlet?p=any&q=in", before);
   const std::string after = cookieOf(login);
   EXPECT_NE(before, after);
   EXPECT_EQ(get("/servlet?p=any", after).body, "admin");
   EXPECT_EQ(get("/servlet?p=any", after).header("set-cookie"), "");
   EXPECT_EQ(get("/servlet?p=any", before).body, "null");
-  EXPECT_EQ(get("/servlet?p=any&q=out", after).header("set-cookie"),
-            "PHONESESSION=; Path=/; HttpOnly; SameSite=Strict; Max-Age=0");
+  EXPECT_EQ(get("/servlet?p=any&q=out", after).header("set-cookie"), removal);
   EXPECT_EQ(get("/servlet?p=any", after).body, "null");
   EXPECT_EQ(get("/servlet?p=any", "Cookie: PHONESESSION=../../etc\r\n").status, 200);
   EXPECT_THAT(log_.text(), Not(HasSubstr(login.header("set-cookie").substr(13, 32))));
+  const std::string brief = cookieOf(get("/servlet?p=any&q=in"));
+  EXPECT_EQ(get("/servlet?p=any&q=brief", brief).body, "admin");
+  std::this_thread::sleep_for(1s);
+  const Reply expired = get("/servlet?p=any", brief);
+  EXPECT_EQ(expired.body, "null");
+  EXPECT_EQ(expired.header("set-cookie"), removal);
 }
 
 TEST_F(ServerTest, RefusesWhatOtherSitesStart) {
