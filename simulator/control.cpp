@@ -52,15 +52,11 @@ ControlReply journal(const Request& request) {
 
 ControlReply state(const Request& request) {
   if (request.method != "GET" && request.method != "PATCH") return wrongMethod(request);
-  const bool isPatch = request.method == "PATCH";
-  const json patch = isPatch ? json::parse(request.body, nullptr, false) : json();
-  if (patch.is_discarded()) return errorReply(400, "the body is not JSON");
-  Phone& phone = simulator::phone();
-  const std::lock_guard lock(phone.mutex);
-  if (isPatch) {
-    if (const auto error = phone.state.patch(patch, phone.config)) return errorReply(400, *error);
+  if (request.method == "PATCH") {
+    if (const auto error = setState(request.body)) return errorReply(400, *error);
   }
-  return jsonReply(phone.state.json());
+  const std::lock_guard lock(phone().mutex);
+  return jsonReply(phone().state.json());
 }
 
 ControlReply readConfig(const Request& request) {
@@ -162,6 +158,13 @@ ControlReply answer(const std::string& path, const Request& request) {
 }
 
 }  // namespace
+
+std::optional<std::string> setState(const std::string& text) {
+  const json patch = json::parse(text, nullptr, false);
+  if (patch.is_discarded()) return "the state is not JSON";
+  const std::lock_guard lock(phone().mutex);
+  return phone().state.patch(patch, phone().config);
+}
 
 ControlReply control(const std::string& method, const std::string& path,
                      const std::map<std::string, std::string>& query, const std::string& body) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,10 @@ void prepareRoot(const std::filesystem::path& root, const std::filesystem::path&
 // defaults, with a log line) and starts with a fresh device state and an empty journal. A process has one phone at a
 // time; a further start replaces it. Not to be called while handlers run.
 void start(const std::filesystem::path& root);
+
+// Merges a JSON object into the device's state, as the control's PATCH does. The error text names the member that is
+// unknown or of a wrong type; the state is unchanged then. Safe from any thread.
+std::optional<std::string> setState(const std::string& json);
 
 // True while the phone reboots (state key "rebootSeconds"): no page is to be served then.
 bool rebooting();
