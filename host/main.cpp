@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <string>
 
 #include "host/log.h"
 #include "host/module.h"
@@ -22,6 +23,10 @@ namespace {
 namespace fs = std::filesystem;
 
 int endPipe[2];
+
+class WrongArguments : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
 
 // Signals stay unblocked, since commands that handlers start inherit the mask.
 void catchEndSignals() {
@@ -71,11 +76,17 @@ host::ServerSettings settingsFor(const host::Options& options, const fs::path& r
   return settings;
 }
 
+void startPhone(const host::Options& options, const fs::path& root) {
+  simulator::start(root);
+  if (options.state.empty()) return;
+  if (const auto error = simulator::setState(options.state)) throw WrongArguments("bad value for --state: " + *error);
+}
+
 void serve(const host::Options& options) {
   catchEndSignals();
   simulator::prepareRoot(options.root, options.rootfs);
   const fs::path root = fs::canonical(options.root);
-  simulator::start(root);
+  startPhone(options, root);
   const host::Module module(options.module);
   host::PageTable pages(options.pages, [&](const std::string& name) { return module.function(name); });
   host::Server server(pages, settingsFor(options, root));
@@ -96,8 +107,7 @@ int main(int argc, char** argv) {
     std::string error;
     const fs::path program = fs::read_symlink("/proc/self/exe");
     if (!host::parseOptions({argv + 1, argv + argc}, program.parent_path(), options, error)) {
-      std::fprintf(stderr, "phone-web-host: %s\n%s", error.c_str(), host::kUsage);
-      return 2;
+      throw WrongArguments(error);
     }
     if (options.help) {
       std::fputs(host::kUsage, stdout);
@@ -105,6 +115,9 @@ int main(int argc, char** argv) {
       serve(options);
     }
     return EXIT_SUCCESS;
+  } catch (const WrongArguments& error) {
+    std::fprintf(stderr, "phone-web-host: %s\n%s", error.what(), host::kUsage);
+    return 2;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "phone-web-host: %s\n", error.what());
     return EXIT_FAILURE;

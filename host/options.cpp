@@ -69,6 +69,7 @@ const char* const kUsage =
     "  --max-upload MIB       longest request body, 1 to 1024 (64)\n"
     "  --tls-cert FILE --tls-key FILE\n"
     "                         serve HTTPS with this certificate and key (PEM)\n"
+    "  --state JSON           the state that the phone in software starts with\n"
     "  --quiet                no line a request\n";
 
 bool parseOptions(const std::vector<std::string>& arguments, const fs::path& programFolder, Options& options,
@@ -86,6 +87,7 @@ bool parseOptions(const std::vector<std::string>& arguments, const fs::path& pro
       {"--tls-key", path(options.tlsKey)},
       {"--listen", [&](const std::string& text) { return parseListen(text, options); }},
       {"--name", [&](const std::string& text) { return addName(text, options); }},
+      {"--state", [&](const std::string& text) { return !(options.state = text).empty(); }},
       {"--max-upload", [&](const std::string& text) { return parseMebibytes(text, options.maxUpload); }}};
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& name = arguments[i];

@@ -18,6 +18,7 @@ struct Options {
   std::vector<std::string> names;  // as hostName() gives them
   std::size_t maxUpload = kDefaultMaxUpload;
   std::filesystem::path tlsCertificate, tlsKey;
+  std::string state;  // JSON: what the phone in software starts with
   bool quiet = false, help = false;
 };
 

@@ -177,13 +177,16 @@ TEST(PageTable, LeavesOutWhatTheModuleLacks) {
 TEST(Options, AreRead) {
   Options options;
   std::string error;
-  ASSERT_TRUE(parseOptions({"--root", "/r", "--listen", "[::1]:8080", "--max-upload", "2", "--quiet"}, "/opt/bin",
-                           options, error));
+  ASSERT_TRUE(parseOptions({"--root", "/r", "--listen", "[::1]:8080", "--max-upload", "2", "--quiet", "--name",
+                            "Phone.Example.com.", "--state", "{}", "--name", "b"},
+                           "/opt/bin", options, error));
   EXPECT_EQ(options.address, "::1");
   EXPECT_EQ(options.port, 8080);
   EXPECT_EQ(options.maxUpload, 2U * 1024 * 1024);
   EXPECT_EQ(options.pages, "/r/phone/www/WEB-INFO/pages.conf");
   EXPECT_TRUE(options.quiet);
+  EXPECT_EQ(options.names, (std::vector<std::string>{"phone.example.com", "b"}));
+  EXPECT_EQ(options.state, "{}");
   const std::vector<std::vector<std::string>> kWrong = {
       {},
       {"--root", "/r"},
@@ -192,6 +195,8 @@ TEST(Options, AreRead) {
       {"--root", "/r", "--listen", "127.0.0.1:1", "--max-upload", "0"},
       {"--root", "/r", "--listen", "127.0.0.1:1", "--tls-key", "k"},
       {"--root", "/r", "--listen"},
+      {"--root", "/r", "--listen", "127.0.0.1:1", "--name", "phone:80"},
+      {"--root", "/r", "--listen", "127.0.0.1:1", "--name", "http://phone"},
       {"--what"},
   };
   for (const auto& arguments : kWrong) {
