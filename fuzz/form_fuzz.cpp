@@ -4,6 +4,7 @@
 #include "fuzz/phone.h"
 #include "host/form_reader.h"
 #include "host/http_text.h"
+#include "host/multipart_reader.h"
 
 namespace {
 
