@@ -62,7 +62,7 @@ std::string_view methodsOf(Route route) {
   }
 }
 
-bool names(std::string_view list, std::string_view item) {
+bool lists(std::string_view list, std::string_view item) {
   while (!list.empty()) {
     if (nextItem(list, ',') == item) return true;
   }
@@ -117,7 +117,7 @@ bool isLogin(const RequestHead& head, Route route) {
 
 Verdict judgeMethod(const RequestHead& head, Route route) {
   const std::string_view allowed = methodsOf(route);
-  if (!names(allowed, head.method)) return Refusal{405, {{"Allow", std::string(allowed)}}};
+  if (!lists(allowed, head.method)) return Refusal{405, {{"Allow", std::string(allowed)}}};
   if (isLogin(head, route) && head.method != "POST") return Refusal{405, {{"Allow", "POST"}}};
   return {};
 }

@@ -57,7 +57,7 @@ bool isLoopbackAddress(std::string_view address) {
 }
 
 bool isLoopbackHost(std::string_view host) {
-  return host == "localhost" || host == "[::1]" || (!host.starts_with('[') && isLoopbackAddress(host));
+  return host == "localhost" || host == "[::1]" || isLoopbackAddress(host);
 }
 
 }  // namespace host

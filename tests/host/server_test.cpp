@@ -134,6 +134,9 @@ TEST_F(ServerTest, GivesFieldsAndBody) {
   const std::string form = head("POST", "/servlet?p=any", std::string(kForm) + kChunked);
   EXPECT_THAT(Client(server_->port()).ask(form + chunk("a=1") + chunk("&b=2") + "0\r\n\r\n").body,
               HasSubstr("7 a=1 b=2 a=1&b=2"));
+  // A form is posted: by an address alone nobody sends one.
+  const std::string ask = head("GET", "/servlet?p=any", std::string(kForm) + "Content-Length: 3\r\n");
+  EXPECT_THAT(Client(server_->port()).ask(ask + "a=1").body, HasSubstr("3 a=null b=null a=1"));
 }
 
 TEST_F(ServerTest, RefusesFormsThatAreTooBigOrHoldANul) {
@@ -163,6 +166,10 @@ TEST_F(ServerTest, RefusesFormsThatAreTooBigOrHoldANul) {
   }
   const std::string form = head("POST", "/servlet?p=any", std::string(kForm) + kChunked);
   EXPECT_EQ(Client(server_->port()).ask(form + chunk(mebibyte) + chunk("&b=1") + "0\r\n\r\n").status, 413);
+  behaviour().filter = [&](HttpRequest*, HttpResponse*) { return ++runs; };
+  runs = 0;
+  EXPECT_EQ(post("/servlet?key=OK", kForm, "a=%00").status, 400);
+  EXPECT_EQ(runs, 0) << "nor is a command carried out";
 }
 
 TEST_F(ServerTest, KeepsAHandlersHeadersInOnePiece) {
