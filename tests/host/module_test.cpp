@@ -16,18 +16,22 @@ constexpr const char* kForm = "Content-Type: application/x-www-form-urlencoded\r
 class ModuleTest : public ServerTest {
  protected:
   ModuleTest() : phone_(root_.path() / "phone-root") {
-    static const host::Module module(PHONE_WEB_BUILD "/libphonepages.so");
     simulator::prepareRoot(phone_, PHONE_WEB_ROOTFS);
     simulator::start(phone_);
     simulator::setLogSink([](int, int, std::string_view) {});
-    pages_ = std::make_unique<host::PageTable>(phone_ / "phone/www/WEB-INFO/pages.conf",
-                                               [](const std::string& name) { return module.function(name); });
     host::ServerSettings settings;
     settings.root = phone_;
-    server_ = std::make_unique<host::Server>(*pages_, std::move(settings));
+    server_ = std::make_unique<host::Server>(pages(), std::move(settings));
   }
   ~ModuleTest() override { simulator::setLogSink(nullptr); }
 
+  // Handlers are made once and never deleted.
+  static host::PageTable& pages() {
+    static const host::Module module(PHONE_WEB_BUILD "/libphonepages.so");
+    static auto& table = *new host::PageTable(PHONE_WEB_ROOTFS "/phone/www/WEB-INFO/pages.conf",
+                                              [](const std::string& name) { return module.function(name); });
+    return table;
+  }
   void configure(const std::string& key, const std::string& value) {
     simulator::control("PUT", "/simulator/config", {}, R"({"global":{")" + key + R"(":")" + value + R"("}})");
   }
