@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "simulator/applications.h"
+#include "simulator/applications/applications.h"
 #include "simulator/phone.h"
 
 struct MessageThread {

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "simulator/config_store.h"
-#include "simulator/device_state.h"
 #include "simulator/journal.h"
+#include "simulator/state/device_state.h"
 
 namespace simulator {
 

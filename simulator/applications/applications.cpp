@@ -1,4 +1,4 @@
-#include "simulator/applications.h"
+#include "simulator/applications/applications.h"
 
 #include <algorithm>
 #include <chrono>
@@ -6,7 +6,7 @@
 
 #include "platform/phone_application.h"
 #include "platform/phone_root.h"
-#include "simulator/exported_config.h"
+#include "simulator/applications/exported_config.h"
 #include "simulator/files.h"
 
 namespace simulator {

@@ -1,4 +1,4 @@
-#include "simulator/exported_config.h"
+#include "simulator/applications/exported_config.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,11 +1,11 @@
-#include "simulator/device_state.h"
+#include "simulator/state/device_state.h"
 
 #include <algorithm>
 #include <limits>
 #include <nlohmann/json.hpp>
 
 #include "platform/phone_root.h"
-#include "simulator/applications.h"
+#include "simulator/applications/applications.h"
 #include "simulator/ini_file.h"
 
 namespace simulator {
