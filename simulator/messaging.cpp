@@ -1,7 +1,7 @@
 #include "platform/messaging.h"
 
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "simulator/applications/applications.h"
@@ -18,7 +18,7 @@ using Kind = JournalEntry::Kind;
 
 std::vector<MessageThread> makeThreads() {
   std::vector<MessageThread> threads;
-  for (std::string_view name : simulator::applicationNames()) threads.push_back({std::string(name)});
+  for (std::string& name : simulator::threadNames()) threads.push_back({std::move(name)});
   return threads;
 }
 
@@ -29,32 +29,18 @@ std::string payload(const void* data, int size) {
   return text;
 }
 
-JournalEntry entryOf(Kind kind, std::string target, unsigned message, int wParam, int lParam) {
-  JournalEntry entry;
-  entry.kind = kind;
-  entry.target = std::move(target);
-  entry.message = message;
-  entry.wParam = wParam;
-  entry.lParam = lParam;
-  return entry;
-}
-
 // Has the applications take the message, and records it before what it causes.
 int deliver(JournalEntry entry) {
   simulator::Phone& phone = simulator::phone();
   const std::lock_guard lock(phone.mutex);
   if (entry.kind == Kind::kSend) entry.answer = simulator::answerOf(phone, entry);
-  const JournalEntry head = entryOf(entry.kind, entry.target, entry.message, entry.wParam, entry.lParam);
-  const int answer = entry.answer;
-  phone.journal.add(std::move(entry));
-  simulator::react(phone, head);
-  return answer;
+  phone.journal.add(entry);
+  simulator::react(phone, entry);
+  return entry.answer;
 }
 
 int post(Kind kind, std::string target, unsigned message, int wParam, int lParam, std::string data) {
-  JournalEntry entry = entryOf(kind, std::move(target), message, wParam, lParam);
-  entry.text = std::move(data);
-  return deliver(std::move(entry));
+  return deliver({kind, std::move(target), std::move(data), message, wParam, lParam});
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace {
 
 void query(NetworkField field, char* text, std::size_t size) {
   const std::lock_guard lock(phone().mutex);
-  simulator::copyOut(phone().state.networkText(field), text, size);
+  simulator::copyOut(phone().state.network.text(field), text, size);
 }
 
 }  // namespace
@@ -58,5 +58,5 @@ bool netGetMACText(char* text, std::size_t size) {
 
 bool netIsCableConnected() {
   const std::lock_guard lock(phone().mutex);
-  return phone().state.cableConnected;
+  return phone().state.network.cableConnected;
 }

@@ -24,11 +24,13 @@ Phone& phone() {
 }
 
 void Phone::systemCall(const char* call, std::string text) {
-  JournalEntry entry;
-  entry.kind = JournalEntry::Kind::kSystem;
-  entry.target = call;
-  entry.text = std::move(text);
-  journal.add(std::move(entry));
+  journal.add({JournalEntry::Kind::kSystem, call, std::move(text)});
+}
+
+void Phone::comeUp() {
+  config.load();
+  running = {};
+  state.bringUp(config);
 }
 
 void Phone::reboot(std::string reason) {
@@ -36,22 +38,17 @@ void Phone::reboot(std::string reason) {
   if (state.rebootSeconds <= 0) return;
   rebootEnd = (Clock::now() + std::chrono::seconds(state.rebootSeconds)).time_since_epoch().count();
   ++reboots;
-  config.load();
-  state.talking = false;
-  provisioningEnd = {};
-  state.bringUp(config);
+  comeUp();
 }
 
 void start(const std::filesystem::path& root) {
   Phone& phone = simulator::phone();
   const std::lock_guard lock(phone.mutex);
   phone.root = std::filesystem::canonical(root).string();
-  phone.config.load();
   phone.state = DeviceState();
-  phone.state.bringUp(phone.config);
+  phone.comeUp();
   phone.journal = Journal();
   phone.expansionHandles.clear();
-  phone.provisioningEnd = {};
   forgetSharedTexts();
   WebDebug::getInstance().setDebugLevel(WebDebug::kErrors);
   rebootEnd = 0;

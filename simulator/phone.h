@@ -13,6 +13,11 @@
 
 namespace simulator {
 
+// What the applications remember until the phone goes down.
+struct Running {
+  std::chrono::steady_clock::time_point provisioningEnd;  // of the last run
+};
+
 struct Phone {
   // Guards everything below but `root`, which changes only while no handler runs. Held for moments only: never while
   // a command runs.
@@ -22,10 +27,12 @@ struct Phone {
   DeviceState state;
   Journal journal;
   std::set<int> expansionHandles;
-  std::chrono::steady_clock::time_point provisioningEnd;  // of the last run
+  Running running;
 
-  // The following two are called with the mutex held.
+  // The following three are called with the mutex held.
   void systemCall(const char* call, std::string text);
+  // Loads the configuration, starts the applications, registers the accounts and brings the network up.
+  void comeUp();
   // `reason` is the text of the journal entry.
   void reboot(std::string reason);
 };

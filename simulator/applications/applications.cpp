@@ -1,26 +1,63 @@
 #include "simulator/applications/applications.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
+#include <vector>
 
 #include "platform/phone_application.h"
-#include "platform/phone_root.h"
-#include "simulator/applications/exported_config.h"
-#include "simulator/files.h"
+#include "simulator/applications/application.h"
 
 namespace simulator {
 namespace {
 
-constexpr std::string_view kNames[] = {
-    "app_hostapp",     "app_dispsvc",     "app_pcapServer",  "autoServer",      "smGui",           "bluetooththread",
-    "app_sipClient0",  "app_sipClient1",  "app_sipClient2",  "app_sipClient3",  "app_sipClient4",  "app_sipClient5",
-    "app_sipClient6",  "app_sipClient7",  "app_sipClient8",  "app_sipClient9",  "app_sipClient10", "app_sipClient11",
-    "app_sipClient12", "app_sipClient13", "app_sipClient14", "app_sipClient15",
+// Applications that only take messages. One that gets something to do moves to a file of its own.
+constexpr Application kScreen{kScreenApplication};
+constexpr Application kCapture{kCaptureService};
+constexpr Application kUpgrade{kUpgradeManager};
+constexpr Application kBluetooth{kBluetoothService};
+constexpr Application kSipClients{.name = kSipClient, .threads = kAccountCount};
+
+constexpr const Application* kApplications[] = {
+    &phoneApplication, &provisioningService, &kScreen, &kCapture, &kUpgrade, &kBluetooth, &kSipClients,
 };
 
-constexpr int kHeadsetAdapter = 2;
-constexpr std::chrono::seconds kProvisioningTime{3};
+struct Thread {
+  std::string name;
+  const Application* application;
+};
+
+const std::vector<Thread>& threads() {
+  static const std::vector<Thread> all = [] {
+    std::vector<Thread> made;
+    for (const Application* application : kApplications) {
+      for (int i = 0; i < application->threads; ++i) {
+        const std::string number = application->threads > 1 ? std::to_string(i) : "";
+        made.push_back({std::string(application->name) + number, application});
+      }
+    }
+    return made;
+  }();
+  return all;
+}
+
+const MessageHandler* handlerOf(std::span<const MessageHandler> handlers, unsigned message) {
+  const auto found = std::find_if(handlers.begin(), handlers.end(),
+                                  [message](const MessageHandler& handler) { return handler.message == message; });
+  return found != handlers.end() ? &*found : nullptr;
+}
+
+// Null for a message that its receiver does not know.
+const MessageHandler* receiverOf(const JournalEntry& message) {
+  const auto thread = std::find_if(threads().begin(), threads().end(),
+                                   [&message](const Thread& one) { return one.name == message.target; });
+  return thread != threads().end() ? handlerOf(thread->application->messages, message.message) : nullptr;
+}
+
+void run(const MessageHandler* handler, Phone& phone, const JournalEntry& message) {
+  if (handler != nullptr && handler->react != nullptr) handler->react(phone, message);
+}
+
+}  // namespace
 
 std::string messageName(const JournalEntry& message) {
   char number[16];
@@ -28,85 +65,26 @@ std::string messageName(const JournalEntry& message) {
   return message.target + number;
 }
 
-int idle(const Phone& phone, const JournalEntry&) {
-  return phone.state.talking ? 0 : 1;
+std::vector<std::string> threadNames() {
+  std::vector<std::string> names;
+  for (const Thread& thread : threads()) names.push_back(thread.name);
+  return names;
 }
 
-int registration(const Phone& phone, const JournalEntry& message) {
-  return phone.state.registrationOf(message.wParam);
-}
-
-// The number of key modules in the low four bits, above them 1 for the module of 38 keys and 2 for the one of 40.
-int expansionModules(const Phone& phone, const JournalEntry&) {
-  const auto& modules = phone.state.expansionModules;
-  const auto isKeys = [](const ExpansionModule& module) { return module.type != kHeadsetAdapter; };
-  const auto first = std::find_if(modules.begin(), modules.end(), isKeys);
-  if (first == modules.end()) return 0;
-  const auto count = std::min<std::ptrdiff_t>(std::count_if(modules.begin(), modules.end(), isKeys), 15);
-  return static_cast<int>(count) | (first->type == 0 ? 1 : 2) << 4;
-}
-
-int exportConfig(const Phone& phone, const JournalEntry&) {
-  return replaceFile(phonePath("/tmp/phonecfg.ini"), exportedConfig(phone.config)) ? 1 : 0;
-}
-
-int provisioning(const Phone& phone, const JournalEntry&) {
-  return std::chrono::steady_clock::now() < phone.provisioningEnd ? 1 : 0;
-}
-
-int accepted(const Phone&, const JournalEntry&) {
-  return 1;
-}
-
-struct HealthyAnswer {
-  std::string_view thread;
-  unsigned message;
-  int (*answer)(const Phone&, const JournalEntry&);
-};
-constexpr HealthyAnswer kHealthyAnswers[] = {
-    {kPhoneApplication, kTalkingState, idle},
-    {kPhoneApplication, kRegistrationState, registration},
-    {kPhoneApplication, kExpansionKeys, expansionModules},
-    {kPhoneApplication, kExportConfig, exportConfig},
-    {kPhoneApplication, kMakeCall, accepted},
-    {kProvisioningService, kProvisioningState, provisioning},
-};
-
-bool startsProvisioning(const JournalEntry& message) {
-  return (message.message == kProvisionNow && message.target == kProvisioningService) ||
-         (message.message == kServerChanged && message.target == kPhoneApplication);
-}
-
-// What a change of the configuration brings about.
-void reload(Phone& phone, const JournalEntry& message) {
-  if (message.wParam == static_cast<int>(ConfigArea::kAccount))
-    phone.state.registerAccount(phone.config, message.lParam);
-  if (message.wParam != static_cast<int>(ConfigArea::kNetwork)) return;
-  phone.state.bringUpNetwork(phone.config);
-  if (phone.state.rebootSeconds > 0) phone.reboot("network settings");
-}
-
-}  // namespace
-
-std::span<const std::string_view> applicationNames() {
-  return kNames;
-}
-
-int answerOf(const Phone& phone, const JournalEntry& message) {
+int answerOf(Phone& phone, const JournalEntry& message) {
   if (!phone.state.answers.empty()) {
     const auto found = phone.state.answers.find(messageName(message));
     if (found != phone.state.answers.end()) return found->second;
   }
-  for (const HealthyAnswer& healthy : kHealthyAnswers) {
-    if (healthy.message == message.message && healthy.thread == message.target) return healthy.answer(phone, message);
-  }
-  return 0;
+  const MessageHandler* handler = receiverOf(message);
+  return handler != nullptr && handler->answer != nullptr ? handler->answer(phone, message) : 0;
 }
 
 void react(Phone& phone, const JournalEntry& message) {
-  if (message.message == kReboot && message.target == kPhoneApplication) phone.reboot(messageName(message));
-  if (startsProvisioning(message)) phone.provisioningEnd = std::chrono::steady_clock::now() + kProvisioningTime;
-  if (message.message == kConfigChanged && message.kind == JournalEntry::Kind::kBroadcast) reload(phone, message);
+  if (message.kind != JournalEntry::Kind::kBroadcast) return run(receiverOf(message), phone, message);
+  for (const Application* application : kApplications) {
+    run(handlerOf(application->broadcasts, message.message), phone, message);
+  }
 }
 
 }  // namespace simulator

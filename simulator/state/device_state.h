@@ -1,7 +1,6 @@
 // The state of the simulated device, as its HTTP control shows and changes it.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <nlohmann/json_fwd.hpp>
@@ -11,25 +10,11 @@
 
 #include "platform/phone_application.h"
 #include "simulator/config_store.h"
+#include "simulator/state/network_interface.h"
 
 namespace simulator {
 
 inline constexpr int kAccountCount = 16;
-
-enum class NetworkField {
-  kLocalIPv4,
-  kNetmaskIPv4,
-  kGatewayIPv4,
-  kPrimaryDNSIPv4,
-  kSecondaryDNSIPv4,
-  kLocalIPv6,
-  kPrefixIPv6,
-  kGatewayIPv6,
-  kPrimaryDNSIPv6,
-  kSecondaryDNSIPv6,
-  kLanIP,
-};
-inline constexpr std::size_t kNetworkFieldCount = 11;
 
 struct ExpansionModule {
   int type = 0;
@@ -37,27 +22,25 @@ struct ExpansionModule {
   std::string firmware;
 };
 
+// A field that the control is to show gets a row in state_members.cpp.
 struct DeviceState {
   int phoneType = 46;
   std::string hardwareVersion = "46.0.0.1";
   std::string mac = "02005e000046";  // 12 hex digits, or empty when the phone does not know it
   bool talking = false;
   std::vector<int> registration;  // by account
-  bool cableConnected = true;
-  std::array<std::string, kNetworkFieldCount> network;                       // what the interface came up with
-  std::array<std::optional<std::string>, kNetworkFieldCount> networkForced;  // what was set instead
+  NetworkInterface network;
   std::vector<ExpansionModule> expansionModules;
   std::map<std::string, std::string> bootEnvironment;
   std::int64_t clockOffset = 0;  // seconds
   int rebootSeconds = 0;
   std::map<std::string, int> answers;  // by "THREAD 0xMESSAGE"
 
-  // What the phone does when it comes up: registers its accounts and brings its interface up, from its configuration.
+  // What the phone does when it comes up: ends its calls, registers its accounts and brings its interface up, from its
+  // configuration.
   void bringUp(const ConfigStore& config);
-  void bringUpNetwork(const ConfigStore& config);
   void registerAccount(const ConfigStore& config, int account);
 
-  const std::string& networkText(NetworkField field) const;
   int registrationOf(int account) const;
 
   nlohmann::ordered_json json() const;
