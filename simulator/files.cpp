@@ -9,6 +9,8 @@
 namespace simulator {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr off_t kMaxFileSize = 64 << 20;
 
 class Descriptor {
@@ -44,7 +46,21 @@ mode_t modeOf(const std::string& path) {
 bool writeNew(const std::string& path, std::string_view bytes, mode_t mode) {
   ::unlink(path.c_str());  // left behind by a process that was killed
   const Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-  return file && writeAll(file.get(), bytes) && ::fchmod(file.get(), mode) == 0;
+  return file && writeAll(file.get(), bytes) && ::fchmod(file.get(), mode) == 0 && ::fsync(file.get()) == 0;
+}
+
+// Has the names in a folder outlast a power cut. Some file systems cannot be asked for that.
+bool syncFolder(const fs::path& folder) {
+  const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return opened && (::fsync(opened.get()) == 0 || errno == EINVAL);
+}
+
+bool makeFolder(const fs::path& folder) {
+  std::error_code error;
+  if (fs::is_directory(folder, error)) return true;
+  if (folder == folder.parent_path() || !makeFolder(folder.parent_path())) return false;
+  fs::create_directory(folder, error);  // another thread may have been faster
+  return !error && syncFolder(folder.parent_path());
 }
 
 }  // namespace
@@ -77,11 +93,10 @@ std::optional<std::string> readFile(const std::string& path) {
 }
 
 bool replaceFile(const std::string& path, std::string_view bytes) {
-  if (path.empty()) return false;
-  std::error_code error;
-  std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
+  const fs::path folder = fs::path(path).parent_path();
+  if (path.empty() || !makeFolder(folder)) return false;
   const std::string beside = path + ".new";
-  if (writeNew(beside, bytes, modeOf(path)) && ::rename(beside.c_str(), path.c_str()) == 0) return true;
+  if (writeNew(beside, bytes, modeOf(path)) && ::rename(beside.c_str(), path.c_str()) == 0) return syncFolder(folder);
   ::unlink(beside.c_str());
   return false;
 }

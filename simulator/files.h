@@ -25,8 +25,10 @@ std::optional<FileStamp> fileStamp(const std::string& path);
 // The bytes of a regular file of at most 64 MiB; nothing when it cannot be read or is a link.
 std::optional<std::string> readFile(const std::string& path);
 
-// Writes the file beside and renames it into place, so that readers and an end of this process at any moment find the
-// old or the new one whole. Makes the folders above it. False when it could not be written; the old file then stays.
+// Writes the file beside and renames it into place, so that readers, an end of this process and a power cut at any
+// moment find the old or the new one whole; once it returns, a power cut finds the new one. Makes the folders above it.
+// False when it could not be written; the old file then stays, unless only the last step failed, which makes the new
+// one last.
 bool replaceFile(const std::string& path, std::string_view bytes);
 
 }  // namespace simulator

@@ -1,5 +1,7 @@
 // The configuration service: bytes, files, defaults, accidents.
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,6 +11,19 @@
 #include "platform/config_parser.h"
 #include "platform/os_services.h"
 #include "tests/simulator/simulator_test.h"
+
+// The calls that a power cut could come between. The phone's library finds these before the system's.
+static std::vector<std::string> diskCalls;
+
+__attribute__((visibility("default"))) int fsync(int file) {
+  diskCalls.push_back("sync " + fs::read_symlink("/proc/self/fd/" + std::to_string(file)).string());
+  return static_cast<int>(syscall(SYS_fsync, file));
+}
+
+__attribute__((visibility("default"))) int rename(const char* from, const char* to) noexcept {
+  diskCalls.push_back(std::string("rename ") + to);
+  return static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
 
 namespace {
 
@@ -123,6 +138,14 @@ TEST_F(ConfigFileTest, AKillLeavesAWholeFile) {
   }
   EXPECT_NE(get("Filler0"), "");
   EXPECT_FALSE(fs::exists(file("/config/global.ini.broken")));
+}
+
+TEST_F(ConfigFileTest, APowerCutLeavesAWholeFile) {
+  diskCalls.clear();
+  set("Kept", "x");
+  const std::string folder = fs::canonical(file("/config")).string();
+  EXPECT_EQ(diskCalls, (std::vector<std::string>{"sync " + folder + "/global.ini.new",
+                                                 "rename " + folder + "/global.ini", "sync " + folder}));
 }
 
 TEST_F(ConfigFileTest, WhatWasCopiedOverTheFilesIsTaken) {
