@@ -1,12 +1,12 @@
 #!/usr/bin/env node
 // Makes the rings and pictures that a phone is delivered with: node scripts/make_media.mjs
 // Run by hand after a change here; the files it writes are kept in the repository.
-import { mkdirSync, writeFileSync } from 'node:fs';
-import { dirname } from 'node:path';
-import { fileURLToPath } from 'node:url';
-import { deflateSync } from 'node:zlib';
+import { mkdirSync, writeFileSync } from "node:fs";
+import { dirname } from "node:path";
+import { fileURLToPath } from "node:url";
+import { deflateSync } from "node:zlib";
 
-const sysdata = fileURLToPath(new URL('../rootfs/phone/resource/sysdata/', import.meta.url));
+const sysdata = fileURLToPath(new URL("../rootfs/phone/resource/sysdata/", import.meta.url));
 
 function save(name, bytes) {
   mkdirSync(dirname(sysdata + name), { recursive: true });
@@ -16,37 +16,37 @@ function save(name, bytes) {
 
 // --- Rings: 8 kHz, mono, 8 bits without sign.
 
-const RATE = 8000;
+const sampleRate = 8000;
 
 function wav(samples) {
   const head = Buffer.alloc(44);
-  head.write('RIFF', 0);
+  head.write("RIFF", 0);
   head.writeUInt32LE(36 + samples.length, 4);
-  head.write('WAVEfmt ', 8);
+  head.write("WAVEfmt ", 8);
   head.writeUInt32LE(16, 16);
   head.writeUInt16LE(1, 20); // PCM
   head.writeUInt16LE(1, 22);
-  head.writeUInt32LE(RATE, 24);
-  head.writeUInt32LE(RATE, 28);
+  head.writeUInt32LE(sampleRate, 24);
+  head.writeUInt32LE(sampleRate, 28);
   head.writeUInt16LE(1, 32);
   head.writeUInt16LE(8, 34);
-  head.write('data', 36);
+  head.write("data", 36);
   head.writeUInt32LE(samples.length, 40);
   return Buffer.concat([head, samples]);
 }
 
 // A bell-like note: quick to come, slow to go, with a soft octave above. Times in seconds.
 function note(mix, start, length, frequency) {
-  for (let i = 0; i < length * RATE; ++i) {
-    const t = i / RATE;
+  for (let i = 0; i < length * sampleRate; ++i) {
+    const t = i / sampleRate;
     const envelope = Math.min(1, t / 0.008) * Math.exp((-4 * t) / length) * Math.min(1, (length - t) / 0.02);
     const wave = Math.sin(2 * Math.PI * frequency * t) + 0.35 * Math.sin(4 * Math.PI * frequency * t);
-    mix[Math.floor(start * RATE) + i] += envelope * wave;
+    mix[Math.floor(start * sampleRate) + i] += envelope * wave;
   }
 }
 
 function ring(seconds, notes) {
-  const mix = new Float64Array(seconds * RATE);
+  const mix = new Float64Array(seconds * sampleRate);
   for (const [start, length, frequency] of notes) note(mix, start, length, frequency);
   const peak = mix.reduce((most, value) => Math.max(most, Math.abs(value)), 0);
   return wav(Buffer.from(Array.from(mix, (value) => Math.round(128 + (100 * value) / peak))));
@@ -54,13 +54,13 @@ function ring(seconds, notes) {
 
 const [C5, D5, E5, G5, A5, C6, E6] = [523.25, 587.33, 659.26, 783.99, 880, 1046.5, 1318.51];
 const warble = Array.from({ length: 16 }, (_, i) => [i * 0.06, 0.09, i % 2 ? E5 : C5]);
-const RINGS = [
+const rings = [
   [2, [[0, 0.6, C5], [0.15, 0.6, E5], [0.3, 0.6, G5], [0.45, 1, C6]]],
   [1.5, [...warble]],
   [2, [[0, 0.9, G5], [0.3, 0.9, E5], [0.6, 0.9, A5], [0.9, 1.1, D5]]],
   [1.8, [[0, 0.5, C6], [0.12, 0.5, E6], [0.8, 0.5, C6], [0.92, 0.8, E6]]],
 ];
-RINGS.forEach(([seconds, notes], i) => save(`sound/Ring${i + 1}.wav`, ring(seconds, notes)));
+rings.forEach(([seconds, notes], i) => save(`sound/Ring${i + 1}.wav`, ring(seconds, notes)));
 
 // --- Pictures: 8-bit RGB PNG.
 
@@ -105,7 +105,7 @@ function png(width, height, pixel) {
   head.set([8, 2, 0, 0, 0], 8);
   const signature = Buffer.from([0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a]);
   const data = deflateSync(filtered(width, height, pixel), { level: 9 });
-  return Buffer.concat([signature, chunk('IHDR', head), chunk('IDAT', data), chunk('IEND', Buffer.alloc(0))]);
+  return Buffer.concat([signature, chunk("IHDR", head), chunk("IDAT", data), chunk("IEND", Buffer.alloc(0))]);
 }
 
 const blend = (from, to, part) => from.map((value, i) => Math.round(value + (to[i] - value) * part));
@@ -136,22 +136,22 @@ function tiles(x, y) {
 [dusk, waves, tiles].forEach((pixel, i) => save(`wallpaper/Wallpaper${i + 1}.png`, png(WIDTH, HEIGHT, pixel)));
 
 // Contact pictures: a head and shoulders on a round ground.
-const SIZE = 126;
+const contactSize = 126;
 
 function person(ground, figure) {
   const inside = (dx, dy, radius) => clamp(radius - Math.hypot(dx, dy) + 0.5);
   return (x, y) => {
-    const [dx, dy] = [x - SIZE / 2 + 0.5, y - SIZE / 2 + 0.5];
+    const [dx, dy] = [x - contactSize / 2 + 0.5, y - contactSize / 2 + 0.5];
     const body = Math.max(inside(dx, dy + 17, 20), inside(dx / 1.25, dy - 48, 36));
     return blend([240, 240, 242], blend(ground, figure, body), inside(dx, dy, 60));
   };
 }
 
-const PEOPLE = [
+const people = [
   [[52, 108, 168], [232, 240, 248]],
   [[58, 132, 96], [234, 246, 238]],
   [[150, 92, 48], [250, 242, 232]],
 ];
-PEOPLE.forEach(([ground, figure], i) => save(`contact-image/Contact${i + 1}.png`, png(SIZE, SIZE, person(ground, figure))));
+people.forEach(([ground, figure], i) => save(`contact-image/Contact${i + 1}.png`, png(contactSize, contactSize, person(ground, figure))));
 // Outside the folder of the choices: the lists name it on their own.
-save('default_contact_image.png', png(SIZE, SIZE, person([128, 134, 142], [226, 229, 233])));
+save("default_contact_image.png", png(contactSize, contactSize, person([128, 134, 142], [226, 229, 233])));

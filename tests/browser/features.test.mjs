@@ -1,7 +1,7 @@
 // The feature and setting pages that edit a few values each: what is checked, shown, posted and announced.
 import assert from "node:assert/strict";
 import test from "node:test";
-import { assertErrors, axe, phone, save, values, visibleFields } from "./phone.mjs";
+import { assertErrors, axe, phone, values, visibleFields } from "./phone.mjs";
 
 const open = (name, user = "admin") => phone.openAs(user, `p=${name}&q=load`);
 

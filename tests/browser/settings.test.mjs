@@ -75,9 +75,9 @@ test("each text gets its ring; the phone's rings can be played, users' own canno
   await page.selectOption("#Ringer3", "Own.wav");
   assert.equal(await play.isVisible(), false);
   await page.fill("#Text3", "internal");
-  await page.fill("#Text10", `"<b>`);
-  await phone.assertSaves(page, ["0x10007 57 0"], { AlertInfo2Text: "internal", AlertInfo2Ringer: "5", AlertInfo9Text: `"<b>`, AlertInfo9Ringer: "0" });
-  assert.deepEqual(await values(page, "Ringer3", "Ringer10", "Text10"), ["Own.wav", "default-ring.wav", `"<b>`]);
+  await page.fill("#Text10", "\"<b>");
+  await phone.assertSaves(page, ["0x10007 57 0"], { AlertInfo2Text: "internal", AlertInfo2Ringer: "5", AlertInfo9Text: "\"<b>", AlertInfo9Ringer: "0" });
+  assert.deepEqual(await values(page, "Ringer3", "Ringer10", "Text10"), ["Own.wav", "default-ring.wav", "\"<b>"]);
 });
 
 test("the rings that browsers can play are those that the phone comes with", async () => {

@@ -33,10 +33,11 @@ function* sentences({ text }) {
 }
 
 const literals = handlers.flatMap((file) => [...sentences(file)].map((found) => ({ ...found, file: file.name })));
+const withFile = (texts, file) => [...texts].map((text) => [text, file]);
 // Each text with the files that show it.
 const shown = new Map();
-for (const [text, file] of [...templates.flatMap((file) => [...templateTexts(file)].map((text) => [text, file])),
-  ...scripts.flatMap((file) => scriptTexts(file).map((text) => [text, file])), ...phoneTexts.map((text) => [text, {}])]) {
+for (const [text, file] of [...templates.flatMap((template) => withFile(templateTexts(template), template)),
+  ...scripts.flatMap((script) => withFile(scriptTexts(script), script)), ...withFile(phoneTexts, {})]) {
   shown.set(tidy(text), [...shown.get(tidy(text)) ?? [], file]);
 }
 // Names and abbreviations that are the same in every language.
