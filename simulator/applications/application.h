@@ -14,9 +14,9 @@ namespace simulator {
 struct MessageHandler {
   unsigned message;
   // The answer to a send, when everything is done that has to be done before it; null answers 0.
-  int (*answer)(Phone& phone, const JournalEntry& message);
+  int (*answer)(Phone& phone, const JournalEntry& message) = nullptr;
   // What follows once the message is in the journal, posted or sent; null does nothing.
-  void (*react)(Phone& phone, const JournalEntry& message);
+  void (*react)(Phone& phone, const JournalEntry& message) = nullptr;
 };
 
 struct Application {

@@ -49,13 +49,13 @@ void provisionAnew(Phone& phone, const JournalEntry&) {
 }
 
 constexpr MessageHandler kMessages[] = {
-    {kServerChanged, nullptr, provisionAnew},
-    {kReboot, nullptr, reboot},
-    {kRegistrationState, registration, nullptr},
-    {kTalkingState, idle, nullptr},
-    {kExpansionKeys, expansionModules, nullptr},
-    {kExportConfig, exportConfig, nullptr},
-    {kMakeCall, accepted, nullptr},
+    {.message = kServerChanged, .react = provisionAnew},
+    {.message = kReboot, .react = reboot},
+    {.message = kRegistrationState, .answer = registration},
+    {.message = kTalkingState, .answer = idle},
+    {.message = kExpansionKeys, .answer = expansionModules},
+    {.message = kExportConfig, .answer = exportConfig},
+    {.message = kMakeCall, .answer = accepted},
 };
 
 void reload(Phone& phone, const JournalEntry& message) {
@@ -72,7 +72,7 @@ void reload(Phone& phone, const JournalEntry& message) {
 }
 
 constexpr MessageHandler kBroadcasts[] = {
-    {kConfigChanged, nullptr, reload},
+    {.message = kConfigChanged, .react = reload},
 };
 
 }  // namespace

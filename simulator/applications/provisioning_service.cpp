@@ -19,8 +19,8 @@ void provision(Phone& phone, const JournalEntry&) {
 }
 
 constexpr MessageHandler kMessages[] = {
-    {kProvisioningState, provisioning, nullptr},
-    {kProvisionNow, nullptr, provision},
+    {.message = kProvisioningState, .answer = provisioning},
+    {.message = kProvisionNow, .react = provision},
 };
 
 }  // namespace
