@@ -20,9 +20,9 @@ const [timer, name, ...rest] = notice.dataset.notice.split("$");
 const page = aliases.get(name) ?? name;
 const worker = workers.get(page);
 
-function addressOf(name) {
-  const entry = document.querySelector(`#navigation [data-page="${CSS.escape(name)}"]`);
-  return entry?.getAttribute("href") ?? `/servlet?p=${encodeURIComponent(name)}&q=load`;
+function addressOf(target) {
+  const entry = document.querySelector(`#navigation [data-page="${CSS.escape(target)}"]`);
+  return entry?.getAttribute("href") ?? `/servlet?p=${encodeURIComponent(target)}&q=load`;
 }
 
 const goBack = () => page === "notice" ? history.back() : location.replace(addressOf(page));
