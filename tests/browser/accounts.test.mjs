@@ -4,7 +4,7 @@ import test from "node:test";
 import { answerDialogs, assertErrors, axe, phone, save, values, visibleFields } from "./phone.mjs";
 
 const list = (page, name) => page.locator(`[data-field=${name}] > li > span`).allTextContents();
-const lose = "The changes are not saved. Leave them?";
+const lose = "Discard the unsaved changes?";
 
 test("an account is registered, its stored password kept, its state followed", async () => {
   await phone.configure({ "AccountPassword@1": "kept-secret", "AccountEnable@1": "0" });
@@ -81,7 +81,7 @@ test("a change of the codecs is not lost without a warning, Cancel takes it back
   const questions = answerDialogs(page);
   for (const name of ["G722", "PCMU", "PCMA", "G729"]) await page.getByRole("button", { name: `Remove: ${name}` }).click();
   await save(page);
-  assert.equal(await page.textContent("#message"), "Not saved: at least one codec must be in use.");
+  assert.equal(await page.textContent("#message"), "Not saved. At least one codec must be in use.");
   await page.selectOption("#acc", "1");
   assert.deepEqual(questions, [lose]);
   await page.getByRole("button", { name: "Cancel" }).click();
@@ -102,7 +102,7 @@ test("forwarding and do not disturb have settings of the phone", async () => {
   assert.equal(await page.isVisible("#ForwardAccount"), false);
   await page.check("#BusyForwardSwitch");
   await save(page);
-  assert.equal(await page.textContent("#BusyForwardTarget-error"), "This field must be filled in.");
+  assert.equal(await page.textContent("#BusyForwardTarget-error"), "This field is required.");
   await page.fill("#BusyForwardTarget", "2002");
   await page.selectOption("#NoAnswerForwardDelayTime", { label: "18" });
   await page.check("#DndStatus");

@@ -9,12 +9,12 @@ test("errors show at the field", async () => {
   const numbers = "Enter numbers separated by commas, without spaces, such as 112,911.";
   const trusted = "Enter IP addresses separated by commas, without spaces, with * for any part, or the word any.";
   const servers = "Enter IP addresses separated by commas, such as 192.168.1.20,192.168.1.21.";
-  const tone = "Enter pieces such as 425/480 separated by commas, without spaces.";
-  const accounts = "Enter the numbers of accounts separated by commas, such as 1,2.";
+  const tone = "Enter parts such as 425/480 separated by commas, without spaces.";
+  const accounts = "Enter account numbers separated by commas, such as 1,2.";
   const rows = {
     "features-audio": [["ReDialtoneNumber", "9a", "Enter digits only."], ["ReDialtoneNumber", "9", ""]],
     "features-phonelock": [["EmergencyNumberList", "112,,911", numbers], ["EmergencyNumberList", "112, 911", numbers], ["EmergencyNumberList", "112,*#06#", ""],
-      ["UnlockPIN", "12a4", "Enter 1 to 15 digits."], ["UnlockPIN", "", "This field must be filled in."], ["UnlockPIN", "********", ""], ["UnlockPIN", "0815", ""],
+      ["UnlockPIN", "12a4", "Enter 1 to 15 digits."], ["UnlockPIN", "", "This field is required."], ["UnlockPIN", "********", ""], ["UnlockPIN", "0815", ""],
       ["LockTimeout", "3601", "Enter a whole number from 0 to 3600."], ["LockTimeout", "3600", ""]],
     "settings-areacode": [["AreaCode", "05 71", "Enter digits, *, # and + only."], ["AreaCode", "0571", ""], ["AreaCodeMinLen", "8", ""], ["AreaCodeMaxLen", "7", "Enter at least 8."],
       ["AreaCodeMaxLen", "16", "Enter a whole number from 1 to 15."], ["AreaCodeMaxLen", "8", ""], ["AreaCodeAccount", "0,1", accounts], ["AreaCodeAccount", "1,2", ""]],
@@ -99,12 +99,12 @@ test("the hidden page saves, restarts and pushes a document to the screen", asyn
     await page.getByRole("button", { name: "Show on the phone" }).click();
     await page.locator("#push-result, #editPushXML-error").getByText(answer).waitFor();
   };
-  await push("<a><b></a>", "This is no complete XML document.");
+  await push("<a><b></a>", "This is not a complete XML document.");
   assert.deepEqual(await axe(page), []);
-  await push("<text>Hello & bye</text>", "This is no complete XML document.");
-  await push("<text>Hello</text>", "Refused: your computer is not among the push servers of this phone.");
+  await push("<text>Hello & bye</text>", "This is not a complete XML document.");
+  await push("<text>Hello</text>", "Refused. Your computer is not one of this phone's push servers.");
   await phone.configure({ PushXMLServerIP: "10.9.8.7, 127.0.0.1" });
-  assert.deepEqual(await phone.messagesDuring(() => push("<text>Hello</text>", "The phone shows the page now.")), ["app_hostapp 0x3001a 0 0"]);
+  assert.deepEqual(await phone.messagesDuring(() => push("<text>Hello</text>", "The phone now shows the page.")), ["app_hostapp 0x3001a 0 0"]);
   await phone.state({ talking: true });
   await push("<text>Again</text>", "A call is in progress");
   await phone.state({ talking: false });
@@ -120,7 +120,7 @@ test("an address for an event is http or https and may hold variables", async ()
   await assertErrors(page, [...right.map((text) => ["AUIncomingCall", text, ""]), ...bad.map((text) => ["AUIncomingCall", text, wrong])]);
   const address = "http://192.168.1.5/?ip=$ip&user=$active_user";
   await page.fill("#AUIncomingCall", address);
-  await page.getByText("What an address may hold").click();
+  await page.getByText("What an address may contain").click();
   await page.getByText("$display_remote").waitFor();
   await phone.assertSaves(page, ["0x10007 38 0"], { AUIncomingCall: address });
   assert.equal(await page.inputValue("#AUIncomingCall"), address);

@@ -11,7 +11,7 @@ test("a save stores the fields, tells the phone and says so", async () => {
   assert.equal(await page.getAttribute("#ACDAutoAvailableTime", "aria-invalid"), "true");
   assert.deepEqual(await axe(page), []);
   assert.deepEqual(await phone.messagesDuring(() => save(page)), []);
-  assert.equal(await page.textContent("#message"), "Not saved: please correct the marked fields.");
+  assert.equal(await page.textContent("#message"), "Not saved. Please correct the marked fields.");
   await page.fill("#ACDAutoAvailableTime", "30");
   await phone.assertSaves(page, ["app_hostapp 0x10007 39 0"], { EnableACDAutoAvailable: "1", ACDAutoAvailableTime: "30" });
   await page.reload();
@@ -55,7 +55,7 @@ test("the network page shows what the mode needs and checks it", async () => {
   assert.deepEqual(await visible(), ["NetworkWanStaticIp", "NetworkWanStaticMask", "NetworkWanStaticGateWay", "NetworkWanStaticPriDns", "NetworkWanStaticSecDns"]);
   const wrong4 = "Enter an IPv4 address such as 192.168.1.20.";
   await assertErrors(page, [
-    ["NetworkWanStaticIp", "", "This field must be filled in."], ["NetworkWanStaticIp", "192.168.1.256", wrong4],
+    ["NetworkWanStaticIp", "", "This field is required."], ["NetworkWanStaticIp", "192.168.1.256", wrong4],
     ["NetworkWanStaticIp", "192.168.01.2", wrong4], ["NetworkWanStaticIp", "192.168.1.77", ""],
     ["NetworkWanStaticMask", "255.0.255.0", "Enter a subnet mask such as 255.255.255.0."], ["NetworkWanStaticMask", "255.255.255.0", ""],
     ["NetworkWanStaticGateWay", "192.168.2.1", "This address is in another network than 192.168.1.77."], ["NetworkWanStaticGateWay", "192.168.1.1", ""],
@@ -104,7 +104,7 @@ test("the PC port page checks its address range", async () => {
   assert.equal(await page.locator("#NetworkLanRouterIP").isVisible(), false);
   await page.getByLabel("Router").check();
   await assertErrors(page, [
-    ["NetworkLanDHCPStartIP", "10.0.0.50", ""], ["NetworkLanDHCPEndIP", "10.0.0.40", "The last address comes before the first."],
+    ["NetworkLanDHCPStartIP", "10.0.0.50", ""], ["NetworkLanDHCPEndIP", "10.0.0.40", "The last address must not come before the first."],
     ["NetworkLanDHCPEndIP", "10.0.1.60", "This address is in another network than 10.0.0.1."], ["NetworkLanDHCPEndIP", "10.0.0.60", ""],
   ]);
   await page.uncheck("#NetworkPCPortSwitch");

@@ -27,7 +27,7 @@ test("a save stores all groups, leaves those of other pages alone and restarts o
   await page.check("#EnablePSWDial");
   await page.fill("#PSWDialPrefix", "");
   await save(page);
-  assert.equal(await page.textContent("#PSWDialPrefix-error"), "This field must be filled in.");
+  assert.equal(await page.textContent("#PSWDialPrefix-error"), "This field is required.");
   await page.fill("#PSWDialPrefix", "17909");
   await page.fill("#PSWDialLength", "4");
   await page.fill("#CallWaitingOnCode", "*43#");
@@ -68,7 +68,7 @@ test("a logo is uploaded and deleted in the page, and what was typed stays", asy
   await upload();
   await result("A call is in progress");
   await phone.state({ talking: false });
-  const messages = await phone.messagesDuring(async () => { await upload(); await result("The logo is on the phone now."); });
+  const messages = await phone.messagesDuring(async () => { await upload(); await result("The logo has been uploaded."); });
   assert.deepEqual([messages, logoExists(), await values(page, "LCDLogo", "HotlineNumber")], [["app_hostapp 0x10007 21 0"], true, ["2", "500"]]);
   await phone.assertStored({ LCDLogo: "2" });
   assert.deepEqual(await axe(page), []);
@@ -86,9 +86,9 @@ test("the phone's refusals are told: too big, no file, logged out", async () => 
   phone.expectProblems("500");
   const page = await open();
   const rows = [
-    [{ body: { template: "upload-result", variables: { result: "big" } } }, "The logo is too large for the screen or the memory of the phone. The old one stays."],
+    [{ body: { template: "upload-result", variables: { result: "big" } } }, "The logo is too large for the phone. The old logo stays."],
     [{ body: { template: "upload-result", variables: { result: "fail" } } }, "The phone could not store the logo. Please try again."],
-    [{ body: { template: "upload-result", variables: {} } }, "No file arrived at the phone. Please try again."],
+    [{ body: { template: "upload-result", variables: {} } }, "The phone received no file. Please try again."],
     [{ status: 500 }, "The phone does not answer. Please try again."],
   ];
   for (const [{ status = 200, body }, text] of rows) {

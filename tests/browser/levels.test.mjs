@@ -30,7 +30,7 @@ test("tabs and settings follow the level codes", async () => {
 test("a page above one's level shows no settings and no tab, the other sections stay", async () => {
   await phone.configure({ "features-acd": "0" });
   const page = await phone.openAs("user", "p=features-acd&q=load");
-  assert.equal(await page.textContent("#message"), "This page is not open to your user level.");
+  assert.equal(await page.textContent("#message"), "Your user level may not see this page.");
   assert.deepEqual(await visibleFields(page), []);
   assert.equal(await page.locator("#navigation [data-page=features-acd]").isVisible(), false);
   assert.deepEqual(await page.locator("#navigation .sections > li:visible > a").allTextContents(),

@@ -69,11 +69,11 @@ test("one's own password needs the old one, and both new ones must be the same",
   }
   await page.fill("#editNewPassword", "correct horse battery");
   await page.fill("#repeat", "correct horse");
-  await page.getByText("The two passwords differ.").waitFor();
+  await page.getByText("The passwords do not match.").waitFor();
   await page.fill("#repeat", "correct horse battery");
   assert.equal(await page.textContent("#repeat-error"), "");
   await save(page);
-  assert.equal(await page.textContent("#editOldPassword-error"), "This field must be filled in.");
+  assert.equal(await page.textContent("#editOldPassword-error"), "This field is required.");
   await page.fill("#editOldPassword", "wrong");
   await save(page);
   await page.getByText("The old password is wrong.").waitFor();

@@ -11,6 +11,6 @@ used.closest("form").addEventListener("submit", (event) => {
   if (used.children.length || used.closest("[hidden]")) return;
   event.preventDefault();
   event.stopImmediatePropagation();
-  message(t("Not saved: at least one codec must be in use."), "error");
+  message(t("Not saved. At least one codec must be in use."), "error");
   unused.querySelector("[data-over]")?.focus();
 }, { capture: true });

@@ -20,7 +20,7 @@ const questions = poll(askSeconds, async () => {
   } catch (error) {
     if (error instanceof SessionEnded) {
       questions.pause();
-      message(t("You have been logged out. Open the page again to log in."), "warning");
+      message(t("You have been logged out. Reload the page to log in."), "warning");
     } else {
       showValue(badge, "Unknown");
     }

@@ -41,7 +41,7 @@ try {
     confirmSave();
     if (!allowed) {
       for (const part of document.querySelectorAll("main > .card, main > form, main > .lead")) part.hidden = true;
-      message(t("This page is not open to your user level."), "warning");
+      message(t("Your user level may not see this page."), "warning");
     }
   }
   document.title = `${document.title} – ${t("Desk phone")}`;

@@ -70,11 +70,11 @@ export const checks = {
   dtmf: (text) => /^[\dA-D*#]+$/i.test(text) ? "" : t("Enter digits, *, # and the letters A to D only."),
   pin: (text) => /^\d{1,15}$/.test(text) ? "" : t("Enter 1 to 15 digits."),
   numberList: (text) => text.split(",").every((item) => dialled.test(item)) ? "" : t("Enter numbers separated by commas, without spaces, such as 112,911."),
-  accountList: (text) => text.split(",").every((item) => /^[1-9]\d?$/.test(item)) ? "" : t("Enter the numbers of accounts separated by commas, such as 1,2."),
+  accountList: (text) => text.split(",").every((item) => /^[1-9]\d?$/.test(item)) ? "" : t("Enter account numbers separated by commas, such as 1,2."),
   addressList: (text) => text.split(",").map((item) => item.trim()).every((item) => ipv4Bytes(item) || isIPv6(item)) ? "" : t("Enter IP addresses separated by commas, such as 192.168.1.20,192.168.1.21."),
   trustList: (text) => text.toLowerCase() === "any" || text.split(",").every(isTrusted) ? "" : t("Enter IP addresses separated by commas, without spaces, with * for any part, or the word any."),
   actionUrl: (text) => isActionUrl(text) ? "" : t("Enter an address that begins with http:// or https://, without spaces."),
-  tone: (text) => text.split(",").every((piece) => tonePiece.test(piece)) ? "" : t("Enter pieces such as 425/480 separated by commas, without spaces."),
+  tone: (text) => text.split(",").every((piece) => tonePiece.test(piece)) ? "" : t("Enter parts such as 425/480 separated by commas, without spaces."),
   key16: (text) => text.length === 16 ? "" : t("Enter exactly 16 characters."),
 };
 
@@ -84,13 +84,13 @@ export const relations = {
     const [addressField, maskField] = names.split(" ");
     const [own, other, mask] = [input.value, fields[addressField].value, fields[maskField].value].map(ipv4Number);
     const known = own !== null && other !== null && isNetmask(fields[maskField].value);
-    return !known || (own & mask) === (other & mask) ? "" : t("This address is in another network than %1.", fields[addressField].value);
+    return !known || (own & mask) === (other & mask) ? "" : t("This address is not in the same network as %1.", fields[addressField].value);
   },
   notBelow: (input, fields, name) => {
     const [last, first] = [ipv4Number(input.value), ipv4Number(fields[name].value)];
-    return last === null || first === null || last >= first ? "" : t("The last address comes before the first.");
+    return last === null || first === null || last >= first ? "" : t("The last address must not come before the first.");
   },
-  sameAs: (input, fields, name) => input.value === fields[name].value ? "" : t("The two passwords differ."),
+  sameAs: (input, fields, name) => input.value === fields[name].value ? "" : t("The passwords do not match."),
   atLeast: (input, fields, name) => {
     const { disabled, value } = fields[name];
     return disabled || !value || Number(input.value) >= Number(value) ? "" : t("Enter at least %1.", value);

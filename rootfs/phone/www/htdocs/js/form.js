@@ -31,7 +31,7 @@ export const hasChanges = (form) =>
 
 // For a page that opens another view of itself: true when nothing is changed, or the reader gives the changes up.
 export function mayLeave(form) {
-  if (hasChanges(form) && !confirm(t("The changes are not saved. Leave them?"))) return false;
+  if (hasChanges(form) && !confirm(t("Discard the unsaved changes?"))) return false;
   form.reset();
   return true;
 }
@@ -94,9 +94,9 @@ function errorOf(input, form) {
   const names = (input.dataset.check ?? "").split(" ").filter(Boolean);
   if (input.type === "number" && numberError(input)) return numberError(input);
   const isNeeded = names.includes("required") || (input.dataset.neededBy && valueOf(form, input.dataset.neededBy) === "1");
-  if (!input.value) return isNeeded ? t("This field must be filled in.") : "";
+  if (!input.value) return isNeeded ? t("This field is required.") : "";
   if (input.type === "password" && input.value.includes(secretMask)) {
-    return input.value === secretMask ? "" : t("Type the whole password.");
+    return input.value === secretMask ? "" : t("Enter the whole password.");
   }
   for (const name of names) {
     const error = checks[name]?.(input.value);
@@ -181,7 +181,7 @@ function prepareSaving(form) {
       event.preventDefault();
       if (wrong.length) {
         dialog?.close();
-        message(t("Not saved: please correct the marked fields."), "error");
+        message(t("Not saved. Please correct the marked fields."), "error");
         wrong[0].focus();
       } else {
         dialog.showModal();

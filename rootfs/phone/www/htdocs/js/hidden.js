@@ -9,9 +9,9 @@ const outcome = document.getElementById("push-result");
 let pushed = "";
 
 function faultOf(text) {
-  if (!text.trim()) return t("This field must be filled in.");
+  if (!text.trim()) return t("This field is required.");
   const fault = new DOMParser().parseFromString(text, "text/xml").querySelector("parsererror");
-  return fault ? t("This is no complete XML document.") : "";
+  return fault ? t("This is not a complete XML document.") : "";
 }
 
 function isRight() {
@@ -29,11 +29,11 @@ function show(text, kind = "error") {
 async function push() {
   const response = await fetch(form.action, { method: "POST", headers: { Accept: "application/json" }, body: new URLSearchParams(new FormData(form)) });
   const answer = await response.text();
-  if (response.redirected) show(t("You have been logged out. Open the page again to log in."), "warning");
-  else if (answer === "failed") show(t("Refused: your computer is not among the push servers of this phone."));
+  if (response.redirected) show(t("You have been logged out. Reload the page to log in."), "warning");
+  else if (answer === "failed") show(t("Refused. Your computer is not one of this phone's push servers."));
   else if (answer !== "success") show(t("Talking, Please wait..."), "warning");
   else {
-    show(t("The phone shows the page now."), "success");
+    show(t("The phone now shows the page."), "success");
     pushed = editor.value;
   }
 }

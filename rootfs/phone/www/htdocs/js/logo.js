@@ -41,21 +41,21 @@ const talking = () => show(t("Talking, Please wait..."), "warning");
 // What follows the phone's answer: the result of the upload, or else the page that came.
 const answers = {
   "success": () => {
-    show(t("The logo is on the phone now."), "success");
+    show(t("The logo has been uploaded."), "success");
     deleteButton.hidden = false;
     logoFile.value = "";
     chooseOwnLogo();
   },
   "fail": () => show(t("The phone could not store the logo. Please try again.")),
-  "big": () => show(t("The logo is too large for the screen or the memory of the phone. The old one stays.")),
+  "big": () => show(t("The logo is too large for the phone. The old logo stays.")),
   "talking": talking,
   "notice": talking,
-  "upload-result": () => show(t("No file arrived at the phone. Please try again.")),
+  "upload-result": () => show(t("The phone received no file. Please try again.")),
   "features-general": () => {
     show(t("The logo has been deleted."), "success");
     deleteButton.hidden = true;
   },
-  "loginForm": () => show(t("You have been logged out. Open the page again to log in."), "warning"),
+  "loginForm": () => show(t("You have been logged out. Reload the page to log in."), "warning"),
 };
 
 async function send(form) {

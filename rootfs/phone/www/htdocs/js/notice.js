@@ -58,7 +58,7 @@ async function waitForPhone() {
     seconds = Math.round((Date.now() - begin) / 1000);
     progress.textContent = seconds < patienceSeconds || (worker && !state.wasAway)
       ? t("Waiting for the phone: %1 s", seconds)
-      : t("The phone has not come back yet. It may have another address now: its screen shows it.");
+      : t("The phone has not come back yet. Its address may have changed: look at its screen.");
   } while (!await isBack(state, seconds));
   location.replace(addressOf(page));
 }

@@ -57,8 +57,8 @@ async function refresh() {
   } catch (error) {
     if (error instanceof SessionEnded) location.reload();
     if (live.dataset.state === "paused") return;
-    setState("away", t("Away"));
-    message(t("The phone does not answer. The page goes on when it is back."), "warning");
+    setState("away", t("Offline"));
+    message(t("The phone does not answer. This page continues when it is back."), "warning");
   }
 }
 

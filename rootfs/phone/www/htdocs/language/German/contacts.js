@@ -1,12 +1,12 @@
 export default {
   // Multicast paging
-  "Announcements that are sent to many phones at once.": "Durchsagen, die an viele Telefone zugleich gehen.",
+  "Announcements to many phones at once.": "Durchsagen an viele Telefone zugleich.",
   "Receiving": "Empfang",
   "Receive announcements": "Durchsagen empfangen",
-  "The phone plays what comes to the addresses below.": "Das Telefon gibt wieder, was an die Adressen darunter kommt.",
+  "The phone plays announcements to the addresses below.": "Das Telefon spielt Durchsagen an die Adressen darunter ab.",
   "Priority": "Vorrang",
-  "Announcements at the addresses up to this number may break into a call. 0: none may.": "Durchsagen an die Adressen bis zu dieser Nummer dürfen ein Gespräch unterbrechen. 0: keine.",
+  "Announcements to the addresses up to this number interrupt a call. 0: none does.": "Durchsagen an die Adressen bis zu dieser Nummer unterbrechen ein Gespräch. 0: keine.",
   "Addresses": "Adressen",
-  "Address 1 is the most important one. An address is one of 224.0.0.0 to 239.255.255.255 with a port, such as 224.0.1.75:5010.": "Adresse 1 ist die wichtigste. Eine Adresse liegt zwischen 224.0.0.0 und 239.255.255.255 und hat einen Port, zum Beispiel 224.0.1.75:5010.",
+  "Address 1 has the highest priority. Use addresses from 224.0.0.0 to 239.255.255.255 with a port, such as 224.0.1.75:5010.": "Adresse 1 hat den höchsten Vorrang. Adressen von 224.0.0.0 bis 239.255.255.255 mit Port, zum Beispiel 224.0.1.75:5010.",
   "Address": "Adresse",
 };
