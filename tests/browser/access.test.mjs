@@ -1,7 +1,9 @@
-// Logging in and out, and changing passwords.
+// Logging in and out, and who sees which tabs and settings.
 import assert from "node:assert/strict";
 import test from "node:test";
-import { phone, save } from "./phone.mjs";
+import { phone, save, values, visibleFields } from "./phone.mjs";
+
+const tabs = (page) => page.locator("#navigation .current a:visible").allTextContents();
 
 test("a wrong password is refused in words, and the form keeps the name only", async () => {
   phone.expectProblems("401");
@@ -30,74 +32,70 @@ test("a login leads to the page that was asked for, a logout to the form", async
   }
 });
 
-test("without scripts, people log in and save all the same", async () => {
-  const page = await phone.open("p=features-acd&q=load", { javaScriptEnabled: false });
-  await page.fill("#username", "admin");
-  await page.fill("#pwd", "admin");
-  await page.click("button[type=submit]");
-  await page.check("#EnableACDAutoAvailable");
-  await page.fill("#ACDAutoAvailableTime", "42");
-  await page.click("button[type=submit]");
-  await phone.assertStored({ EnableACDAutoAvailable: "1", ACDAutoAvailableTime: "42" });
-  await page.uncheck("#EnableACDAutoAvailable");
-  await page.click("button[type=submit]");
-  await phone.assertStored({ EnableACDAutoAvailable: "0" });
-  await phone.configure({ NetworkWanType: "1", NetworkIPAddressMode: "2" });
-  await phone.go(page, "p=network&q=load");
-  await page.fill("#NetworkPppoeUser", "line7");
-  await page.getByRole("button", { name: "Save", exact: true }).click();
-  await phone.assertStored({ NetworkPppoeUser: "line7", NetworkWanType: "1", NetworkIPAddressMode: "2" });
-});
-
-test("after a refused login without scripts the page does not hold the password", async () => {
-  phone.expectProblems("401");
-  const page = await phone.open("p=login&q=loginForm", { javaScriptEnabled: false });
-  await page.fill("#username", "admin");
-  await page.fill("#pwd", "hunter2-wrong");
-  await page.click("button[type=submit]");
-  assert.equal(await page.textContent("#notice"), "The username or password is error!");
-  assert.doesNotMatch(await page.content(), /hunter2-wrong/);
-});
-
-test("one's own password needs the old one, and both new ones must be the same", async () => {
-  const page = await phone.openAs("user", "p=security&q=load");
-  assert.deepEqual(await page.locator("#mode option").allTextContents(), ["user"]);
-  const rows = [["abc", "Weak"], ["aaaaaaaaaaaa", "Weak"], ["dbxk4fws", "Fair"], ["Dbxk4fws", "Good"], ["correct horse battery", "Strong"], ["", ""]];
-  for (const [password, strength] of rows) {
-    await page.fill("#editNewPassword", password);
-    assert.equal(await page.textContent("#strength-text"), strength, password);
+test("tabs and settings follow the level codes", async () => {
+  const codes = { "network-basic": "2", "network-pcport": "1", BasicIpaddressMode: "0", BasicIpv4config: "1", BasicIpv6config: "3" };
+  const rows = [
+    // user, changed codes, visible tabs, visible fields
+    ["admin", {}, ["Network", "Basic", "PC port"], ["NetworkIPAddressMode", "ipv4type"]],
+    ["var", {}, ["Network", "Basic", "PC port"], ["ipv4type"]],
+    ["user", {}, ["Network", "Basic"], []],
+    ["user", { BasicIpv6config: "2" }, ["Network", "Basic"], ["ipv6type"]],
+    ["admin", { "network-pcport": "3", BasicIpv4config: "3" }, ["Network", "Basic"], ["NetworkIPAddressMode"]],
+    // a code that is none, or is missing, is for admin alone
+    ["admin", { "network-pcport": "", BasicIpv4config: "9" }, ["Network", "Basic", "PC port"], ["NetworkIPAddressMode", "ipv4type"]],
+    ["var", { "network-pcport": "", BasicIpv4config: "9" }, ["Network", "Basic"], []],
+  ];
+  await phone.configure({ NetworkIPAddressMode: "2" });
+  const pages = {};
+  for (const [user, changed, visibleTabs, fieldNames] of rows) {
+    await phone.configure({ ...codes, ...changed });
+    const page = pages[user] ??= await phone.openAs(user);
+    await phone.go(page, "p=network&q=load");
+    assert.deepEqual([await tabs(page), await visibleFields(page)], [visibleTabs, fieldNames], `${user} ${JSON.stringify(changed)}`);
+    assert.equal(await page.locator(".bar").isVisible(), fieldNames.length > 0);
   }
-  await page.fill("#editNewPassword", "correct horse battery");
-  await page.fill("#repeat", "correct horse");
-  await page.getByText("The passwords do not match.").waitFor();
-  await page.fill("#repeat", "correct horse battery");
-  assert.equal(await page.textContent("#repeat-error"), "");
-  await save(page);
-  assert.equal(await page.textContent("#editOldPassword-error"), "This field is required.");
-  await page.fill("#editOldPassword", "wrong");
-  await save(page);
-  await page.getByText("The old password is wrong.").waitFor();
-  await page.waitForURL(/p=security&q=load/);
-  await page.fill("#editOldPassword", "user");
-  await page.fill("#editNewPassword", "correct horse battery");
-  await page.fill("#repeat", "correct horse battery");
-  await save(page);
-  await page.getByText("The password has been changed.").waitFor();
-  assert.match(await page.getAttribute("#notice-link", "href"), /p=security&q=load$/);
-  await page.waitForURL(/p=security&q=load/);
-  await phone.logIn(await phone.open("p=status&q=load"), "user", "correct horse battery");
 });
 
-test("the administrator changes others' passwords without knowing them", async () => {
-  const page = await phone.openAs("admin", "p=security&q=load");
-  assert.deepEqual([await page.inputValue("#mode"), await page.isVisible("#editOldPassword")], ["admin", true]);
-  await page.selectOption("#mode", "var");
-  assert.equal(await page.isVisible("#editOldPassword"), false);
-  await page.fill("#editNewPassword", "new for var");
-  await page.fill("#repeat", "new for var");
+test("codes that are configuration values do not hide their fields", async () => {
+  await phone.configure({ AreaCode: "3", ToneDial: "3", GPickupSwitch: "3", "settings-dialplan": "2", "settings-tones": "2", "features-bluetooth": "2", ToneCountry: "Custom" });
+  const page = await phone.openAs("user");
+  for (const [name, field] of [["settings-areacode", "AreaCode"], ["settings-tones", "ToneDial"], ["features-bluetooth", "BluetoothSwitch"]]) {
+    await phone.go(page, `p=${name}&q=load`);
+    assert.ok((await visibleFields(page)).includes(field), name);
+  }
+});
+
+test("a page above one's level shows no settings and no tab, the other sections stay", async () => {
+  await phone.configure({ "features-acd": "0" });
+  const page = await phone.openAs("user", "p=features-acd&q=load");
+  assert.equal(await page.textContent("#message"), "Your user level may not see this page.");
+  assert.deepEqual(await visibleFields(page), []);
+  assert.equal(await page.locator("#navigation [data-page=features-acd]").isVisible(), false);
+  assert.deepEqual(await page.locator("#navigation .sections > li:visible > a").allTextContents(),
+    ["Status", "Account", "Network", "Features", "Settings", "Directory", "Security"]);
+});
+
+test("what may not be seen is hidden before the first paint and is not posted", async () => {
+  await phone.configure({ "features-acd": "2", FeaturesACDAutoAvailable: "2", FeaturesACDAutoAvailableTimer: "0", EnableACDAutoAvailable: "0", ACDAutoAvailableTime: "77" });
+  const page = await phone.openAs("user", "p=status&q=load");
+  await page.addInitScript(() => {
+    globalThis.seen = [];
+    const look = () => {
+      const field = document.getElementById("ACDAutoAvailableTime");
+      if (field?.checkVisibility({ visibilityProperty: true })) globalThis.seen.push(document.documentElement.className);
+      requestAnimationFrame(look);
+    };
+    look();
+  });
+  await page.route("**/js/app.js", async (route) => { await new Promise((done) => setTimeout(done, 300)); await route.continue(); });
+  await phone.go(page, "p=features-acd&q=load");
+  await page.check("#EnableACDAutoAvailable");
+  assert.deepEqual(await page.evaluate(() => globalThis.seen), []);
+  const posted = page.waitForRequest((request) => request.method() === "POST");
   await save(page);
-  await page.getByText("The password has been changed.").waitFor();
-  await phone.logIn(await phone.open("p=status&q=load"), "var", "new for var");
+  assert.equal((await posted).postData(), "EnableACDAutoAvailable=1");
+  await page.getByText("Saved.").waitFor();
+  await phone.assertStored({ ACDAutoAvailableTime: "77" });
 });
 
 test("the third wrong password locks the client out, and the form says for how long", async () => {

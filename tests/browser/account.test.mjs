@@ -1,14 +1,14 @@
-// The account pages and forwarding: their selectors, the settings, the codecs and their order.
+// The account pages: their selector, the settings, the codecs and their order.
 import assert from "node:assert/strict";
 import test from "node:test";
-import { answerDialogs, assertErrors, axe, phone, save, values, visibleFields } from "./phone.mjs";
+import { answerDialogs, assertErrors, axe, phone, save, values } from "./phone.mjs";
 
 const list = (page, name) => page.locator(`[data-field=${name}] > li > span`).allTextContents();
 const lose = "Discard the unsaved changes?";
 
 test("an account is registered, its stored password kept, its state followed", async () => {
   await phone.configure({ "AccountPassword@1": "kept-secret", "AccountEnable@1": "0" });
-  const page = await phone.openAs("admin", "p=account-register&q=load&acc=1");
+  const page = await phone.openTimed("admin", "p=account-register&q=load&acc=1");
   assert.equal(await page.textContent("#AccountStatus"), "Disabled");
   assert.doesNotMatch(await page.content(), /kept-secret/);
   await page.check("#AccountEnable");
@@ -22,6 +22,7 @@ test("an account is registered, its stored password kept, its state followed", a
     "AccountTransport@1": "2", "AccountPassword@1": "kept-secret" });
   assert.deepEqual(await values(page, "port2", "AccountTransport"), ["5061", "2"]);
   await phone.state({ registration: [2, 3] });
+  await page.clock.fastForward(5000);
   await page.locator('#AccountStatus[data-state="Register Failed"]').waitFor();
   assert.equal(await page.textContent("#AccountStatus"), "Registration failed");
   await page.fill("#AccountPassword", "new-one");
@@ -89,56 +90,4 @@ test("a change of the codecs is not lost without a warning, Cancel takes it back
   await page.selectOption("#acc", "1");
   await page.waitForURL(/acc=1/);
   assert.deepEqual(questions, [lose]);
-});
-
-test("without scripts a save of the codecs loses nothing", async () => {
-  const page = await phone.openAs("admin", "p=account-codec&q=load&acc=3", { javaScriptEnabled: false });
-  await save(page);
-  assert.deepEqual(await list(page, "enabled"), ["G722", "PCMU", "PCMA", "G729"]);
-});
-
-test("forwarding and do not disturb have settings of the phone", async () => {
-  const page = await phone.openAs("user", "p=features-forward&q=load");
-  assert.equal(await page.isVisible("#ForwardAccount"), false);
-  await page.check("#BusyForwardSwitch");
-  await save(page);
-  assert.equal(await page.textContent("#BusyForwardTarget-error"), "This field is required.");
-  await page.fill("#BusyForwardTarget", "2002");
-  await page.selectOption("#NoAnswerForwardDelayTime", { label: "18" });
-  await page.check("#DndStatus");
-  await phone.assertSaves(page, ["0x10007 1 0", "0x10007 30 0"],
-    { BusyForwardSwitch: "1", BusyForwardTarget: "2002", NoAnswerForwardDelayTime: "3", DndStatus: "1" });
-});
-
-test("another mode or account shows its own settings, after a question when changes would be lost", async () => {
-  await phone.configure({ "AccountEnable@0": "1", "AccountUserName@0": "1000", "AccountEnable@1": "1", "AccountUserName@1": "" });
-  const page = await phone.openAs("admin", "p=features-forward&q=load");
-  const isPhoneMode = (name) => page.locator(`[name=${name}][value="0"]`).isChecked();
-  const questions = answerDialogs(page);
-  await page.fill("#BusyForwardTarget", "2003");
-  await page.getByLabel("Each account").first().click();
-  assert.deepEqual([questions, await isPhoneMode("ForwardMode"), await page.isVisible("#ForwardAccount")], [[lose], true, false]);
-  await page.getByRole("button", { name: "Cancel" }).click();
-  await page.getByLabel("Each account").first().click();
-  await page.getByText("The mode shown takes effect when you save.").waitFor();
-  assert.deepEqual(await page.locator("#ForwardAccount option").allTextContents(), ["1000", "Account 2"]);
-  assert.deepEqual([await page.inputValue("#BusyForwardTarget"), await isPhoneMode("DndMode")], ["", true]);
-  await page.selectOption("#ForwardAccount", "1");
-  await page.waitForURL(/fwd=1/);
-  await page.check("#AlwaysForwardSwitch");
-  await page.fill("#AlwaysForwardTarget", "3003");
-  await phone.assertSaves(page, ["0x10007 1 0"], { ForwardMode: "1" });
-  assert.match(page.url(), /p=features-forward&q=load&fwd=1$/);
-  assert.deepEqual(await values(page, "ForwardAccount", "AlwaysForwardTarget"), ["1", "3003"]);
-  await page.selectOption("#ForwardAccount", "0");
-  await page.waitForURL(/fwd=0/);
-  assert.deepEqual([await page.inputValue("#AlwaysForwardTarget"), questions], ["", [lose]]);
-});
-
-test("without an active account the forward page says so and keeps the settings", async () => {
-  await phone.configure({ "AccountEnable@0": "0", "AccountEnable@1": "0", BusyForwardTarget: "2002" });
-  const page = await phone.openAs("admin", "p=features-forward&q=load&ForwardMode=1&DndMode=1");
-  assert.equal(await page.locator(".alert:visible").count(), 2);
-  assert.deepEqual(await visibleFields(page), ["ForwardMode", "DndMode", "DNDEmergencySwitch"]);
-  await phone.assertSaves(page, ["0x10007 30 0"], { DndMode: "1", BusyForwardTarget: "2002" });
 });

@@ -1,75 +1,192 @@
-// The feature and setting pages that edit a few values each: what is checked, shown, posted and announced.
+// The features: forwarding, general settings and logo, audio, phone lock, remote control and action URLs.
 import assert from "node:assert/strict";
+import { existsSync } from "node:fs";
+import { join } from "node:path";
 import test from "node:test";
-import { assertErrors, axe, phone, values, visibleFields } from "./phone.mjs";
+import { answerDialogs, assertErrors, axe, checkPage, phone, save, screenshot, values, visibleFields } from "./phone.mjs";
 
-const open = (name, user = "admin") => phone.openAs(user, `p=${name}&q=load`);
+const open = (name, user = "admin", options = {}) => phone.openAs(user, `p=${name}&q=load`, options);
+const openGeneral = (user, options) => open("features-general", user, options);
+const logoExists = () => existsSync(join(phone.root, "config/Pics/logo.dob"));
+const lose = "Discard the unsaved changes?";
 
-test("errors show at the field", async () => {
+test("the pages of few fields check them, show what a switch brings and save what shows", async () => {
+  const page = await phone.openAs("admin");
   const numbers = "Enter numbers separated by commas, without spaces, such as 112,911.";
   const trusted = "Enter IP addresses separated by commas, without spaces, with * for any part, or the word any.";
   const servers = "Enter IP addresses separated by commas, such as 192.168.1.20,192.168.1.21.";
-  const tone = "Enter parts such as 425/480 separated by commas, without spaces.";
-  const accounts = "Enter account numbers separated by commas, such as 1,2.";
-  const rows = {
-    "features-audio": [["ReDialtoneNumber", "9a", "Enter digits only."], ["ReDialtoneNumber", "9", ""]],
-    "features-phonelock": [["EmergencyNumberList", "112,,911", numbers], ["EmergencyNumberList", "112, 911", numbers], ["EmergencyNumberList", "112,*#06#", ""],
+  await checkPage(page, "features-audio", {
+    change: async () => { await page.uncheck("#VolumeButtonSoundOn"); await page.selectOption("#RingerDevice", "2"); },
+    errors: [["ReDialtoneNumber", "9a", "Enter digits only."], ["ReDialtoneNumber", "9", ""]],
+    messages: ["0x10007 11 0"], stores: { VolumeButtonSoundOn: "0", RingerDevice: "2", ReDialtoneNumber: "9", CallWaitingToneSwitch: "1" },
+  });
+  await checkPage(page, "features-transfer", { change: () => page.getByLabel("Blind transfer", { exact: true }).check(), messages: [], stores: { TransferModeViaDsskey: "2" } });
+  await checkPage(page, "features-phonelock", {
+    stored: { LockEnable: "0" }, fields: ["LockEnable", "EmergencyNumberList"],
+    change: async () => { await page.check("#LockEnable"); await page.selectOption("#PhoneLock", "2"); }, appear: ["PhoneLock", "UnlockPIN", "LockTimeout"],
+    errors: [["EmergencyNumberList", "112,,911", numbers], ["EmergencyNumberList", "112, 911", numbers], ["EmergencyNumberList", "112,*#06#", ""],
       ["UnlockPIN", "12a4", "Enter 1 to 15 digits."], ["UnlockPIN", "", "This field is required."], ["UnlockPIN", "********", ""], ["UnlockPIN", "0815", ""],
       ["LockTimeout", "3601", "Enter a whole number from 0 to 3600."], ["LockTimeout", "3600", ""]],
-    "settings-areacode": [["AreaCode", "05 71", "Enter digits, *, # and + only."], ["AreaCode", "0571", ""], ["AreaCodeMinLen", "8", ""], ["AreaCodeMaxLen", "7", "Enter at least 8."],
-      ["AreaCodeMaxLen", "16", "Enter a whole number from 1 to 15."], ["AreaCodeMaxLen", "8", ""], ["AreaCodeAccount", "0,1", accounts], ["AreaCodeAccount", "1,2", ""]],
-    "settings-tones": [["ToneDial", "425", tone], ["ToneDial", "425/480, 0/480", tone], ["ToneDial", "1+2+3+4+5/9", tone], ["ToneDial", "!350+440/2000,0/480", ""], ["ToneBusy", "", ""]],
-    "settings-voice": [["JitterMin", "100", ""], ["JitterNominal", "90", "Enter at least 100."], ["JitterNominal", "250", "Enter at most 240."], ["JitterNominal", "150", ""],
-      ["JitterMax", "90", "Enter at least 100."], ["JitterMax", "401", "Enter a whole number from 0 to 400."], ["JitterMax", "400", ""]],
-    "features-remotecontrl": [["AURILimitIP", "10.0.*.*,192.168.1.7", ""], ["AURILimitIP", "ANY", ""], ["AURILimitIP", "2001:db8::7", ""], ["AURILimitIP", "10.0.*", trusted],
-      ["AURILimitIP", "any,10.0.0.1", trusted], ["AURILimitIP", "10.0.0.256", trusted], ["AURILimitIP", "10.0.0.1, 10.0.0.2", trusted], ["AURILimitIP", "10.0.0.1,", trusted],
+    messages: ["app_hostapp 0x10007 20 0"], stores: { LockEnable: "1", PhoneLock: "2", EmergencyNumberList: "112,*#06#", LockTimeout: "3600" },
+  });
+  await checkPage(page, "features-intercom", {
+    stored: { IntercomAllowance: "0" }, fields: ["IntercomAllowance"], change: () => page.check("#IntercomAllowance"),
+    appear: ["IntercomMuteSwitch", "IntercomToneSwitch", "IntercomBargeSwitch"],
+  });
+  await checkPage(page, "features-remotecontrl", {
+    errors: [["AURILimitIP", "10.0.*.*,192.168.1.7", ""], ["AURILimitIP", "ANY", ""], ["AURILimitIP", "2001:db8::7", ""],
+      ...["10.0.*", "any,10.0.0.1", "10.0.0.256", "10.0.0.1, 10.0.0.2", "10.0.0.1,"].map((text) => ["AURILimitIP", text, trusted]),
       ["PushXMLServerIP", "10.0.0.1 , 10.0.0.2", ""], ["PushXMLServerIP", "10.0.0.*", servers], ["PushXMLServerIP", "host.example", servers]],
-  };
-  await phone.configure({ LockEnable: "1" });
-  for (const [name, cases] of Object.entries(rows)) await assertErrors(await open(name), cases);
+  });
 });
 
-test("fields follow their switch", async () => {
-  await phone.configure({ LockEnable: "0", IntercomAllowance: "0", DPickupSwitch: "0", GPickupSwitch: "0" });
+test("forwarding and do not disturb have settings of the phone", async () => {
+  const page = await phone.openAs("user", "p=features-forward&q=load");
+  assert.equal(await page.isVisible("#ForwardAccount"), false);
+  await page.check("#BusyForwardSwitch");
+  await save(page);
+  assert.equal(await page.textContent("#BusyForwardTarget-error"), "This field is required.");
+  await page.fill("#BusyForwardTarget", "2002");
+  await page.selectOption("#NoAnswerForwardDelayTime", { label: "18" });
+  await page.check("#DndStatus");
+  await phone.assertSaves(page, ["0x10007 1 0", "0x10007 30 0"],
+    { BusyForwardSwitch: "1", BusyForwardTarget: "2002", NoAnswerForwardDelayTime: "3", DndStatus: "1" });
+});
+
+test("another mode or account shows its own settings, after a question when changes would be lost", async () => {
+  await phone.configure({ "AccountEnable@0": "1", "AccountUserName@0": "1000", "AccountEnable@1": "1", "AccountUserName@1": "" });
+  const page = await phone.openAs("admin", "p=features-forward&q=load");
+  const isPhoneMode = (name) => page.locator(`[name=${name}][value="0"]`).isChecked();
+  const questions = answerDialogs(page);
+  await page.fill("#BusyForwardTarget", "2003");
+  await page.getByLabel("Each account").first().click();
+  assert.deepEqual([questions, await isPhoneMode("ForwardMode"), await page.isVisible("#ForwardAccount")], [[lose], true, false]);
+  await page.getByRole("button", { name: "Cancel" }).click();
+  await page.getByLabel("Each account").first().click();
+  await page.getByText("The mode shown takes effect when you save.").waitFor();
+  assert.deepEqual(await page.locator("#ForwardAccount option").allTextContents(), ["1000", "Account 2"]);
+  assert.deepEqual([await page.inputValue("#BusyForwardTarget"), await isPhoneMode("DndMode")], ["", true]);
+  await page.selectOption("#ForwardAccount", "1");
+  await page.waitForURL(/fwd=1/);
+  await page.check("#AlwaysForwardSwitch");
+  await page.fill("#AlwaysForwardTarget", "3003");
+  await phone.assertSaves(page, ["0x10007 1 0"], { ForwardMode: "1" });
+  assert.match(page.url(), /p=features-forward&q=load&fwd=1$/);
+  assert.deepEqual(await values(page, "ForwardAccount", "AlwaysForwardTarget"), ["1", "3003"]);
+  await page.selectOption("#ForwardAccount", "0");
+  await page.waitForURL(/fwd=0/);
+  assert.deepEqual([await page.inputValue("#AlwaysForwardTarget"), questions], ["", [lose]]);
+});
+
+test("without an active account the forward page says so and keeps the settings", async () => {
+  await phone.configure({ "AccountEnable@0": "0", "AccountEnable@1": "0", BusyForwardTarget: "2002" });
+  const page = await phone.openAs("admin", "p=features-forward&q=load&ForwardMode=1&DndMode=1");
+  assert.equal(await page.locator(".alert:visible").count(), 2);
+  assert.deepEqual(await visibleFields(page), ["ForwardMode", "DndMode", "DNDEmergencySwitch"]);
+  await phone.assertSaves(page, ["0x10007 30 0"], { DndMode: "1", BusyForwardTarget: "2002" });
+});
+
+test("the overview leads to each group that the user may see", async () => {
+  const page = await openGeneral();
+  const groups = ["Incoming calls", "During a call", "Dialling", "Hotline", "Redial", "DTMF", "Headset and lamps", "Call list", "SIP", "Logo", "Web page and start"];
+  assert.deepEqual(await page.locator(".overview a").allTextContents(), groups);
+  await page.getByRole("link", { name: "Redial" }).click();
+  await page.waitForFunction(() => { const { top } = document.getElementById("redial").getBoundingClientRect(); return top > 0 && top < 200; });
+  await phone.configure({ FeaturesHotlineNumber: "0", FeaturesHotlineDelay: "0", FeaturesUseLogo: "3" });
+  const other = await openGeneral("var");
+  assert.deepEqual(await other.locator(".overview a").allTextContents(), groups.filter((group) => !["Hotline", "Logo"].includes(group)));
+  await phone.configure({ FeaturesHotlineNumber: "1", FeaturesHotlineDelay: "1", FeaturesUseLogo: "1" });
+});
+
+test("a save stores all groups, leaves those of other pages alone and restarts only for what needs it", async () => {
+  await phone.configure({ GPickupCode: "*77" });
+  const page = await openGeneral();
+  assert.equal(await page.locator("#PSWDialPrefix").isVisible(), false);
+  await page.check("#EnablePSWDial");
+  await page.fill("#PSWDialPrefix", "");
+  await save(page);
+  assert.equal(await page.textContent("#PSWDialPrefix-error"), "This field is required.");
+  await page.fill("#PSWDialPrefix", "17909");
+  await page.fill("#PSWDialLength", "4");
+  await page.fill("#CallWaitingOnCode", "*43#");
+  await page.getByLabel("*", { exact: true }).check();
+  await page.selectOption("#NormalRefuseCode", "603");
+  await page.check("#AccountAutoAnswerSwitch");
+  await page.fill("#CallNumFilter", ` ,-()"'`);
+  await page.selectOption("#PayloadType", "9");
+  await page.fill("#ReLogOffTime", "5");
+  await phone.assertSaves(page, ["app_hostapp 0x10007 11 0", "0x10007 42 0"], { EnablePSWDial: "1", PSWDialPrefix: "17909", PSWDialLength: "4", CallWaitingOnCode: "*43#", KeyAsSendSwitch: "2", NormalRefuseCode: "603", CallNumFilter: ` ,-()"'`, PayloadType: "9", ReLogOffTime: "5", GPickupCode: "*77", DialNowDelay: "1",
+    "AccountAutoAnswerSwitch@6": "1" });
+  assert.equal(await page.isChecked("#AccountAutoAnswerSwitch"), true);
+  await page.fill("#DhcpHostnameValue", "desk-7");
+  await save(page);
+  await page.getByText("Restart the phone now?").waitFor();
+  assert.deepEqual(await axe(page), []);
+  await page.getByRole("button", { name: "Go back" }).click();
+  await phone.assertSaves(page, [], { DhcpHostnameValue: "desk-7" }, "Save only");
+});
+
+test("a logo is uploaded and deleted in the page, and what was typed stays", async () => {
+  const page = await openGeneral();
+  assert.equal(await page.locator("#logoFile").count(), 0);  // this type has no logo of one's own
+  await phone.state({ phoneType: 41 });
+  await page.reload();
+  await page.fill("#HotlineNumber", "500");
+  await page.getByText("It may be up to 192 pixels wide and 64 pixels high.").waitFor();
+  assert.equal(await page.getByRole("button", { name: "Delete the logo" }).isVisible(), false);
+  const choose = (...bytes) => page.setInputFiles("#logoFile", { name: "logo.dob", mimeType: "application/octet-stream", buffer: Buffer.from([...bytes, 0, 0, 0]) });
+  const upload = () => page.getByRole("button", { name: "Upload" }).click();
+  const result = (text) => page.locator("#logo-result").getByText(text).waitFor();
+  await upload();
+  await result("Choose a file first.");
+  await choose(193, 64);
+  await result("This logo is 193 × 64 pixels. The screen shows up to 192 × 64.");
+  await choose(192, 64);
+  await phone.state({ talking: true });
+  await upload();
+  await result("A call is in progress");
+  await phone.state({ talking: false });
+  const messages = await phone.messagesDuring(async () => { await upload(); await result("The logo has been uploaded."); });
+  assert.deepEqual([messages, logoExists(), await values(page, "LCDLogo", "HotlineNumber")], [["app_hostapp 0x10007 21 0"], true, ["2", "500"]]);
+  await phone.assertStored({ LCDLogo: "2" });
+  assert.deepEqual(await axe(page), []);
+  await screenshot(page, "features-general-logo");
+  answerDialogs(page, false, true);
+  const button = page.getByRole("button", { name: "Delete the logo" });
+  await button.click();
+  assert.equal(logoExists(), true);
+  await button.click();
+  await result("The logo has been deleted.");
+  assert.deepEqual([logoExists(), await button.isVisible(), await page.inputValue("#HotlineNumber")], [false, false, "500"]);
+});
+
+test("the phone's refusals are told: too big, no file, logged out", async () => {
+  phone.expectProblems("500");
+  const page = await openGeneral();
   const rows = [
-    // page, how to switch, the fields before, the fields that come
-    ["features-phonelock", (page) => page.check("#LockEnable"), ["LockEnable", "EmergencyNumberList"], ["PhoneLock", "UnlockPIN", "LockTimeout"]],
-    ["features-intercom", (page) => page.check("#IntercomAllowance"), ["IntercomAllowance"], ["IntercomMuteSwitch", "IntercomToneSwitch", "IntercomBargeSwitch"]],
-    ["settings-tones", (page) => page.selectOption("#ToneCountry", "Custom"), ["ToneCountry"],
-      ["ToneDial", "ToneRing", "ToneBusy", "ToneCongestion", "ToneCallwaiting", "ToneDialrecall", "ToneRecord", "ToneInfo", "ToneStutter", "ToneMessage", "ToneAutoanswer"]],
-    ["settings-voice", (page) => page.getByLabel("Adaptive", { exact: true }).check(), ["VPMECHO", "VPMVAD", "VPMCNG", "JitterType", "JitterNominal"], ["JitterMin", "JitterMax"]],
+    [{ body: { template: "upload-result", variables: { result: "big" } } }, "The logo is too large for the phone. The old logo stays."],
+    [{ body: { template: "upload-result", variables: { result: "fail" } } }, "The phone could not store the logo. Please try again."],
+    [{ body: { template: "upload-result", variables: {} } }, "The phone received no file. Please try again."],
+    [{ status: 500 }, "The phone does not answer. Please try again."],
   ];
-  await phone.configure({ ToneCountry: "Austria", JitterAdaptive: "0" });
-  for (const [name, change, first, more] of rows) {
-    const page = await open(name);
-    assert.deepEqual(await visibleFields(page), first, name);
-    await change(page);
-    assert.deepEqual((await visibleFields(page)).filter((field) => !first.includes(field)), more, name);
+  for (const [{ status = 200, body }, text] of rows) {
+    await page.route("**/*uploadLogo", (route) => route.fulfill({ status, contentType: "application/json", body: body ? JSON.stringify(body) : "" }), { times: 1 });
+    await page.setInputFiles("#logoFile", { name: "logo.dob", mimeType: "application/octet-stream", buffer: Buffer.from([1, 1]) });
+    await page.getByRole("button", { name: "Upload" }).click();
+    await page.locator("#logo-result").getByText(text).waitFor();
   }
+  await page.context().clearCookies();
+  await page.getByRole("button", { name: "Upload" }).click();
+  await page.locator("#logo-result").getByText("You have been logged out.").waitFor();
 });
 
-test("a save posts what each kind of control holds, and nothing that does not show", async () => {
-  await phone.configure({ LockEnable: "0", ToneCountry: "Custom", ToneDial: "350/0", JitterAdaptive: "1", JitterMin: "60", JitterNominal: "120", JitterMax: "240" });
-  const rows = [
-    // page, what is changed, the messages, the values
-    ["features-audio", async (page) => { await page.uncheck("#VolumeButtonSoundOn"); await page.selectOption("#RingerDevice", "2"); }, ["0x10007 11 0"], { VolumeButtonSoundOn: "0", RingerDevice: "2", CallWaitingToneSwitch: "1" }],
-    ["features-transfer", (page) => page.getByLabel("Blind transfer", { exact: true }).check(), [], { TransferModeViaDsskey: "2" }],
-    ["features-phonelock", async (page) => { await page.check("#LockEnable"); await page.selectOption("#PhoneLock", "2"); await page.fill("#EmergencyNumberList", "112"); }, ["app_hostapp 0x10007 20 0"], { LockEnable: "1", PhoneLock: "2", EmergencyNumberList: "112" }],
-    ["settings-tones", (page) => page.selectOption("#ToneCountry", "Austria"), ["0x10007 12 0"], { ToneDial: "350/0", ToneCountry: "Austria" }],
-    ["settings-voice", async (page) => { await page.fill("#JitterNominal", "80"); await page.getByLabel("Fixed").check(); }, ["0x10007 17 0"], { JitterAdaptive: "0", JitterNominal: "80", JitterMin: "60" }],
-  ];
-  for (const [name, change, messages, stored] of rows) {
-    const page = await open(name);
-    await change(page);
-    await phone.assertSaves(page, messages, stored);
-  }
-});
-
-test("codes that are configuration values do not hide their fields", async () => {
-  await phone.configure({ AreaCode: "3", ToneDial: "3", GPickupSwitch: "3", "settings-dialplan": "2", "settings-tones": "2", "features-bluetooth": "2", ToneCountry: "Custom" });
-  for (const [name, field] of [["settings-areacode", "AreaCode"], ["settings-tones", "ToneDial"], ["features-bluetooth", "BluetoothSwitch"]]) {
-    assert.ok((await visibleFields(await open(name, "user"))).includes(field), name);
-  }
+test("without scripts the upload answers with a page", async () => {
+  const page = await openGeneral("admin", { javaScriptEnabled: false });
+  await page.setInputFiles("#logoFile", { name: "logo.dob", mimeType: "application/octet-stream", buffer: Buffer.from([250, 250, 0]) });
+  await page.getByRole("button", { name: "Upload" }).click();
+  assert.deepEqual([await page.textContent("h1"), await page.textContent("main .card p")], ["Upload", "big"]);
+  await page.getByRole("link", { name: "Go back" }).click();
+  assert.match(page.url(), /p=features-general&q=load$/);
 });
 
 test("the audio page restarts the phone only when asked to, and asks once more", async () => {
@@ -87,27 +204,6 @@ test("the audio page restarts the phone only when asked to, and asks once more",
   assert.deepEqual(messages.filter((message) => message.startsWith("0x10007 11 ")), []);
   await page.waitForURL(/p=login/, { timeout: 30_000 });
   await phone.state({ rebootSeconds: 0 });
-});
-
-test("the hidden page saves, restarts and pushes a document to the screen", async () => {
-  phone.expectProblems("inline style");  // of the browser's own report on a broken document, which nobody sees
-  const page = await open("hidden");
-  await page.check("#DndForbidden");
-  await phone.assertSaves(page, ["0x10007 28 0"], { DndForbidden: "1" }, "Save only");
-  const push = async (text, answer) => {
-    await page.fill("#editPushXML", text);
-    await page.getByRole("button", { name: "Show on the phone" }).click();
-    await page.locator("#push-result, #editPushXML-error").getByText(answer).waitFor();
-  };
-  await push("<a><b></a>", "This is not a complete XML document.");
-  assert.deepEqual(await axe(page), []);
-  await push("<text>Hello & bye</text>", "This is not a complete XML document.");
-  await push("<text>Hello</text>", "Refused. Your computer is not one of this phone's push servers.");
-  await phone.configure({ PushXMLServerIP: "10.9.8.7, 127.0.0.1" });
-  assert.deepEqual(await phone.messagesDuring(() => push("<text>Hello</text>", "The phone now shows the page.")), ["app_hostapp 0x3001a 0 0"]);
-  await phone.state({ talking: true });
-  await push("<text>Again</text>", "A call is in progress");
-  await phone.state({ talking: false });
 });
 
 test("an address for an event is http or https and may hold variables", async () => {

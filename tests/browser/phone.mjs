@@ -17,6 +17,13 @@ const axeSource = readFileSync(createRequire(import.meta.url).resolve("axe-core/
 const chromiumFlags = ["--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run", "--disable-background-networking",
   "--disable-component-update", "--disable-sync"];
 
+const walkRecords = JSON.parse(readFileSync(join(top, "tests/pages/walk_records.json"), "utf8"));
+
+// The pages with a form of their own: name, address, and the settings under which all of it shows.
+export const pages = [...readFileSync(join(top, "rootfs/phone/www/WEB-INFO/pages.conf"), "utf8").matchAll(/^([\w-]+) =/gm)]
+  .map(([, name]) => ({ name, record: walkRecords[name] ?? {} })).filter(({ record }) => !record.noForm)
+  .map(({ name, record }) => ({ name, settings: record.settings, query: `${new URLSearchParams({ p: name, q: record.q ?? "load", ...record.open })}` }));
+
 async function startPhone() {
   const root = mkdtempSync(join(tmpdir(), "phone-web-"));
   const host = spawn(program, ["--root", root, "--listen", "127.0.0.1:0"], { stdio: ["ignore", "pipe", "pipe"] });
@@ -62,6 +69,14 @@ class Phone {
     const page = await this.open("", options);
     const address = `${this.origin}/servlet?p=login&q=login`;
     await page.context().request.post(address, { form: { username: user, pwd: user }, maxRedirects: 0 });
+    if (query) await this.go(page, query);
+    return page;
+  }
+
+  // The same, with a clock that runs, and that the test can move on (page.clock.fastForward).
+  async openTimed(user, query) {
+    const page = await this.openAs(user);
+    await page.clock.install();
     await this.go(page, query);
     return page;
   }
@@ -152,6 +167,17 @@ export async function assertErrors(page, rows) {
 // The names of the fields that show.
 export const visibleFields = (page) => page.locator("main .field:visible [name]:visible")
   .evaluateAll((all) => [...new Set(all.map(({ name }) => name))]);
+
+// A page of few fields: those that show before and after a change, errors, and what a save then sends and stores.
+export async function checkPage(page, name, { stored = {}, fields, change = () => {}, appear = [], errors = [], messages, stores }) {
+  await phone.configure(stored);
+  await phone.go(page, `p=${name}&q=load`);
+  if (fields) assert.deepEqual(await visibleFields(page), fields, name);
+  await change(page);
+  if (fields) assert.deepEqual((await visibleFields(page)).filter((field) => !fields.includes(field)), appear, name);
+  await assertErrors(page, errors);
+  if (stores) await phone.assertSaves(page, messages, stores);
+}
 
 export const values = (page, ...ids) => Promise.all(ids.map((id) => page.inputValue(`#${id}`)));
 

@@ -1,10 +1,38 @@
-// Provisioning and TR-069: secrets, days and times, and an update that the page waits for; tables of ten rows: rings and
-// paging addresses.
+// Area code, tones, voice; provisioning and TR-069: secrets, days and times, and an update that the page waits for;
+// rings.
 import assert from "node:assert/strict";
 import { mkdirSync, readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 import test from "node:test";
-import { assertErrors, phone, values } from "./phone.mjs";
+import { assertErrors, checkPage, phone, values } from "./phone.mjs";
+
+test("area code, tones and voice check their fields, show what a choice brings and save what shows", async () => {
+  const page = await phone.openAs("admin");
+  const tone = "Enter parts such as 425/480 separated by commas, without spaces.";
+  const accounts = "Enter account numbers separated by commas, such as 1,2.";
+  await checkPage(page, "settings-areacode", {
+    errors: [["AreaCode", "05 71", "Enter digits, *, # and + only."], ["AreaCode", "0571", ""], ["AreaCodeMinLen", "8", ""], ["AreaCodeMaxLen", "7", "Enter at least 8."],
+      ["AreaCodeMaxLen", "16", "Enter a whole number from 1 to 15."], ["AreaCodeMaxLen", "8", ""], ["AreaCodeAccount", "0,1", accounts], ["AreaCodeAccount", "1,2", ""]],
+  });
+  await checkPage(page, "settings-tones", {
+    stored: { ToneCountry: "Austria", ToneDial: "350/0" }, fields: ["ToneCountry"], change: () => page.selectOption("#ToneCountry", "Custom"),
+    appear: ["ToneDial", "ToneRing", "ToneBusy", "ToneCongestion", "ToneCallwaiting", "ToneDialrecall", "ToneRecord", "ToneInfo", "ToneStutter", "ToneMessage", "ToneAutoanswer"],
+    errors: [...["425", "425/480, 0/480", "1+2+3+4+5/9"].map((text) => ["ToneDial", text, tone]), ["ToneDial", "!350+440/2000,0/480", ""], ["ToneBusy", "", ""]],
+  });
+  await checkPage(page, "settings-tones", {
+    stored: { ToneCountry: "Custom" }, change: () => page.selectOption("#ToneCountry", "Austria"), messages: ["0x10007 12 0"], stores: { ToneDial: "350/0", ToneCountry: "Austria" },
+  });
+  await checkPage(page, "settings-voice", {
+    stored: { JitterAdaptive: "0", JitterMin: "60", JitterNominal: "120", JitterMax: "240" }, fields: ["VPMECHO", "VPMVAD", "VPMCNG", "JitterType", "JitterNominal"],
+    change: () => page.getByLabel("Adaptive", { exact: true }).check(), appear: ["JitterMin", "JitterMax"],
+    errors: [["JitterMin", "100", ""], ["JitterNominal", "90", "Enter at least 100."], ["JitterNominal", "250", "Enter at most 240."], ["JitterNominal", "150", ""],
+      ["JitterMax", "90", "Enter at least 100."], ["JitterMax", "401", "Enter a whole number from 0 to 400."], ["JitterMax", "400", ""]],
+  });
+  await checkPage(page, "settings-voice", {
+    stored: { JitterAdaptive: "1" }, change: async () => { await page.fill("#JitterNominal", "80"); await page.getByLabel("Fixed").check(); },
+    messages: ["0x10007 17 0"], stores: { JitterAdaptive: "0", JitterNominal: "80", JitterMin: "60" },
+  });
+});
 
 test("settings are checked and saved, secrets stay unless they are typed", async () => {
   await phone.configure({ AutoProvisionPassword: "kept-secret", AutoProvisionAESKey16: "0123456789abcdef", AutoProvisionWeeklyMask: "530" });
@@ -85,16 +113,4 @@ test("the rings that browsers can play are those that the phone comes with", asy
   for (const name of JSON.parse(readFileSync(join(media, "list.json"), "utf8"))) {
     assert.deepEqual(readFileSync(join(media, name)), readFileSync(join(phone.root, "phone/resource/sysdata/sound", name)), name);
   }
-});
-
-test("paging addresses are checked and saved", async () => {
-  const page = await phone.openAs("admin", "p=contacts-multicastIP&q=load");
-  const wrong = "Enter a multicast address such as 224.0.1.75:5010.";
-  const bad = ["192.168.1.1:5010", "224.0.1.75:0", "240.0.0.1", "224.0.1"];
-  const right = ["239.255.255.255:65535", "224.0.1.75"];
-  await assertErrors(page, [...bad.map((text) => ["ListenAddress7IPAddress", text, wrong]), ...right.map((text) => ["ListenAddress7IPAddress", text, ""])]);
-  await page.fill("#ListenAddress7Label", "Hall");
-  const stored = { ListenAddress7IPAddress: "224.0.1.75", ListenAddress7Label: "Hall", ReceivePriority: "10" };
-  await phone.assertSaves(page, ["0x10007 42 0"], stored);
-  await phone.assertSaves(page, [], stored);
 });

@@ -42,19 +42,22 @@ function applyToNavigation(page, identity, tabs) {
   return visible.includes(own);
 }
 
+// Returns false when nothing is left of them.
 function applyToSettings(identity, items) {
   for (const element of document.querySelectorAll("[data-level]")) {
     if (!maySee(identity, items.get(element.dataset.level))) element.hidden = true;
   }
-  for (const group of document.querySelectorAll(".card")) {
+  const groups = [...document.querySelectorAll(".card")];
+  for (const group of groups) {
     const parts = [...group.querySelectorAll(".field, dl, table")];
     if (parts.length && parts.every((part) => part.closest("[hidden]"))) group.hidden = true;
   }
+  return groups.some((group) => !group.hidden);
 }
 
-// Returns false when the user may not see the page itself.
+// Returns false when the user may not see the page itself, or nothing on it.
 export function applyLevels({ page, identity, showLevel }) {
   const { tabs, items } = parseLevels(showLevel);
-  applyToSettings(identity, items);
-  return applyToNavigation(page, identity, tabs);
+  const somethingShows = applyToSettings(identity, items);
+  return applyToNavigation(page, identity, tabs) && somethingShows;
 }
