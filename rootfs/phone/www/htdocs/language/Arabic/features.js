@@ -3,7 +3,7 @@ export default {
   "Forward and do not disturb": "التحويل وعدم الإزعاج",
   "Where unanswered calls go, and when the phone stays silent.": "إلى أين تذهب المكالمات التي لا يُرَد عليها، ومتى يصمت الهاتف.",
   "Call forwarding": "تحويل المكالمات",
-  "Settings for": "الإعدادات لـ",
+  "Settings for": "نطاق الإعدادات",
   "The whole phone": "الهاتف كله",
   "Each account": "كل حساب",
   "One set of settings for the whole phone, or one for each account.": "مجموعة إعدادات واحدة للهاتف كله، أو مجموعة لكل حساب.",

@@ -3,7 +3,7 @@ export default {
   "The passwords for the phone's web pages.": "Die Passwörter für die Webseiten des Telefons.",
   "The user whose password you change.": "Der Benutzer, dessen Passwort Sie ändern.",
   "Old password": "Altes Passwort",
-  "Your password until now.": "Ihr bisheriges Passwort.",
+  "The password that you use now.": "Das Passwort, das Sie jetzt benutzen.",
   "New password": "Neues Passwort",
   "Password strength": "Stärke des Passworts",
   "Weak": "Schwach",
@@ -12,5 +12,5 @@ export default {
   "Strong": "Stark",
   "Length matters most. Several unrelated words make a good password.": "Am wichtigsten ist die Länge. Mehrere Wörter, die nichts miteinander zu tun haben, sind ein gutes Passwort.",
   "Repeat the new password": "Neues Passwort wiederholen",
-  "A typing error would lock you out.": "Ein Tippfehler würde Sie aussperren.",
+  "Protects you from a typing error.": "Schützt vor Tippfehlern.",
 };
