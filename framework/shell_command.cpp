@@ -49,7 +49,7 @@ ShellCommand& ShellCommand::add(std::string_view quoted) {
 
 std::string ShellCommand::mapped(std::string_view path) {
   const std::string real = phonePath(path);
-  if (real.empty() && refused_.empty()) refused_ = path.empty() ? "empty path" : path;
+  if (real.empty() && refused_.empty()) refused_ = path.empty() ? "(empty)" : path;
   return shellQuote(real);
 }
 
