@@ -49,18 +49,6 @@ test("every page is accessible and fits, in light and dark and on a narrow scree
   await screenshot(page, "notice-light");
 });
 
-for (const user of ["var", "user"]) {
-  test(`every page opens for ${user}, with its settings or with the reason why there are none`, async () => {
-    const page = await phone.openAs(user, "p=status&q=load");
-    for (const { name, query } of forms) {
-      await phone.go(page, query);
-      const shown = await page.locator("main .field:visible, main dl:visible, main table:visible").count();
-      const refused = await page.textContent("#message") === "Your user level may not see this page.";
-      assert.notEqual(shown > 0, refused, name);
-    }
-  });
-}
-
 test("on a narrow screen the menu folds, and open it is accessible", async () => {
   const page = await phone.openAs("admin", "p=network&q=load", { viewport: { width: 360, height: 740 }, colorScheme: "dark" });
   assert.equal(await page.getByRole("link", { name: "PC port" }).isVisible(), false);
@@ -104,24 +92,23 @@ test("without its language file a page works in English", async () => {
   await phone.configure({ LanguageWebLang: "English" });
 });
 
-test("hostile text stays text", async () => {
-  const hostile = `"'><img src=x onerror=alert(1)><script>alert(2)</script>{{User}} &amp; Saved.`;
-  const short = `"><img src=x onerror=alert(3)>`;
-  const page = await phone.openAs("admin", "p=status&q=load");
-  page.on("dialog", () => assert.fail("a script of the stored text ran"));
-  await phone.configure({ DevtypeLoginNote: hostile, PhoneFirmware: hostile, NetworkWanStaticIp: hostile, NetworkPppoeUser: hostile,
-    NetworkLanRouterIP: hostile, ACDAutoAvailableTime: hostile, StatusVersion: `2"><b>`, "features-acd": `0$<b>`,
-    "AccountLabel@0": hostile, "AccountUserName@0": short, "AccountDisplayName@0": hostile, "AccountTransport@0": hostile });
-  const shown = { status: '[data-var="number"] >> nth=0', "account-register": "#AccountLabel", network: "#NetworkWanStaticIp", "network-pcport": "#NetworkLanRouterIP" };
-  const one = hostile.replace("&amp;", "&");  // the pages give values escaped or not, and one level is taken off
-  for (const { name, query } of forms.filter(({ name }) => name in shown || name === "features-acd")) {
-    await phone.go(page, query);
-    assert.equal(await page.locator("main img, main script, .top img").count(), 0);
-    if (!(name in shown)) continue;
-    const text = await page.locator(shown[name]).evaluate((element) => element.value ?? element.textContent);
-    assert.ok([hostile, one, short].includes(text), `${name}: ${text}`);
-  }
-});
+for (const user of ["var", "user"]) {
+  test(`every page opens for ${user}, with settings or the reason why there are none, and hostile text stays text`, async () => {
+    const hostile = `"'><img src=x onerror=alert(1)><script>alert(2)</script>{{User}} &amp; Saved.`;
+    await phone.configure({ DevtypeLoginNote: hostile, PhoneFirmware: hostile, NetworkWanStaticIp: hostile, NetworkPppoeUser: hostile,
+      NetworkLanRouterIP: hostile, ACDAutoAvailableTime: hostile, StatusVersion: `2"><b>`, "features-acd": `0$<b>`,
+      "AccountLabel@0": hostile, "AccountUserName@0": `"><img src=x>`, "AccountDisplayName@0": hostile, "AccountTransport@0": hostile });
+    const page = await phone.openAs(user);
+    page.on("dialog", () => assert.fail("a script of the stored text ran"));
+    for (const { name, query } of forms) {
+      await phone.go(page, query);
+      assert.equal(await page.locator("main img, main script, .top img").count(), 0, name);
+      const shown = await page.locator("main .field:visible, main dl:visible, main table:visible").count();
+      const refused = await page.textContent("#message") === "Your user level may not see this page.";
+      assert.notEqual(shown > 0, refused, name);
+    }
+  });
+}
 
 test("the first page weighs at most 50 KB, in every language", async () => {
   const { cookies } = await (await phone.openAs("admin", "p=network&q=load")).context().storageState();

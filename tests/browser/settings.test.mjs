@@ -1,5 +1,4 @@
-// Area code, tones, voice; provisioning and TR-069: secrets, days and times, and an update that the page waits for;
-// rings.
+// Area code, tones and voice; provisioning: secrets, days and times, and an update that the page waits for; rings.
 import assert from "node:assert/strict";
 import { mkdirSync, readFileSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
@@ -85,16 +84,6 @@ test("an update saves first; the notice waits until it has begun and is over, an
   await page.clock.fastForward(3000);
   await page.waitForURL(/p=settings-autop&q=load/);
   assert.equal(await page.inputValue("#AutoProvisionUser"), "phone46");
-});
-
-test("TR-069 shows the name that the server gets and keeps its secrets", async () => {
-  await phone.configure({ TR069ServerPassword: "acs-secret", TR069ConnectionRequestPassword: "request-secret" });
-  const page = await phone.openAs("admin", "p=settings-tr069&q=load");
-  assert.match(await page.inputValue("#TR069ServerUsername"), /^02005E-DeskPhone46-02005e[\da-f]{6}$/i);
-  await page.fill("#TR069ServerURL", "https://acs.example/");
-  await page.fill("#TR069ConnectionRequestPassword", "new-secret");
-  await phone.assertSaves(page, ["0x10007 23 0"],
-    { TR069ServerURL: "https://acs.example/", TR069ServerPassword: "acs-secret", TR069ConnectionRequestPassword: "new-secret" });
 });
 
 test("each text gets its ring; the phone's rings can be played, users' own cannot", async () => {
