@@ -23,7 +23,6 @@ window.phoneLanguage = {
     "Account": "الحساب",
     "Network": "الشبكة",
     "Features": "الميزات",
-    "Register": "التسجيل",
     "Basic": "أساسي",
     "Settings": "الإعدادات",
     "Directory": "الدليل",
@@ -144,7 +143,7 @@ window.phoneLanguage = {
     "Off code": "رمز الإيقاف",
 
     // Advanced account page
-    "Registration": "التسجيل لدى الخادم",
+    "Registration": "التسجيل",
     "Directed pickup code": "رمز الالتقاط الموجَّه",
     "Group pickup code": "رمز التقاط المجموعة",
 

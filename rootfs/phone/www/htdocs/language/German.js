@@ -23,7 +23,6 @@ window.phoneLanguage = {
     "Account": "Konto",
     "Network": "Netzwerk",
     "Features": "Funktionen",
-    "Register": "Registrierung",
     "Basic": "Grundlagen",
     "Settings": "Einstellungen",
     "Directory": "Verzeichnis",

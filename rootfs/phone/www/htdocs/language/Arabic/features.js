@@ -7,7 +7,7 @@ export default {
   "The whole phone": "الهاتف كله",
   "Each account": "كل حساب",
   "One set of settings for the whole phone, or one for each account.": "مجموعة إعدادات واحدة للهاتف كله، أو مجموعة لكل حساب.",
-  "No account is active, so there are no settings. Activate one on the Register page.": "لا يوجد حساب مفعَّل، لذلك لا توجد إعدادات. فعّل حسابًا في صفحة التسجيل.",
+  "No account is active, so there are no settings. Activate one on the Registration page.": "لا يوجد حساب مفعَّل، لذلك لا توجد إعدادات. فعّل حسابًا في صفحة التسجيل.",
   "The account that the settings below belong to.": "الحساب الذي تعود إليه الإعدادات أدناه.",
   "The mode shown takes effect when you save.": "يسري الوضع المعروض عند الحفظ.",
   "Always": "دائمًا",
@@ -222,7 +222,7 @@ export default {
 
   // Phone lock
   "Keeps others from using the phone while you are away.": "يمنع غيرك من استخدام الهاتف أثناء غيابك.",
-  "Phone lock on": "تشغيل قفل الهاتف",
+  "Lock": "القفل",
   "The phone can be locked, and unlocked with the PIN.": "يمكن قفل الهاتف وفتحه برقم PIN.",
   "Locked keys": "المفاتيح المقفلة",
   "All keys": "كل المفاتيح",

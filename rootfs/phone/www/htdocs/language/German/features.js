@@ -7,7 +7,7 @@ export default {
   "The whole phone": "Das ganze Telefon",
   "Each account": "Jedes Konto",
   "One set of settings for the whole phone, or one for each account.": "Ein Satz Einstellungen für das ganze Telefon oder je einer für jedes Konto.",
-  "No account is active, so there are no settings. Activate one on the Register page.": "Kein Konto ist aktiv, deshalb gibt es keine Einstellungen. Aktivieren Sie eines auf der Seite Registrierung.",
+  "No account is active, so there are no settings. Activate one on the Registration page.": "Kein Konto ist aktiv, deshalb gibt es keine Einstellungen. Aktivieren Sie eines auf der Seite Registrierung.",
   "The account that the settings below belong to.": "Das Konto, zu dem die Einstellungen darunter gehören.",
   "The mode shown takes effect when you save.": "Die gezeigte Betriebsart gilt, sobald Sie speichern.",
   "Always": "Immer",
@@ -222,7 +222,7 @@ export default {
 
   // Phone lock
   "Keeps others from using the phone while you are away.": "Hält andere davon ab, das Telefon zu benutzen, während Sie nicht da sind.",
-  "Phone lock on": "Telefonsperre ein",
+  "Lock": "Sperre",
   "The phone can be locked, and unlocked with the PIN.": "Das Telefon kann gesperrt und mit der PIN entsperrt werden.",
   "Locked keys": "Gesperrte Tasten",
   "All keys": "Alle Tasten",
