@@ -50,8 +50,8 @@ const char** Request::getParameterValues(const char* name) {
 
 // A chunked body that is still on its way has no known length: its limit is what a check for room must reckon with.
 int Request::getContentLength() {
-  const std::size_t known = body_.stream() ? head_.contentLength : body_.gathered().size();
-  return static_cast<int>(std::min<std::size_t>(known, INT_MAX));
+  const std::uint64_t known = body_.stream() ? head_.contentLength : body_.gathered().size();
+  return static_cast<int>(std::min<std::uint64_t>(known, INT_MAX));
 }
 
 HttpSession* Request::getSession(int create) {

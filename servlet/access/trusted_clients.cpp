@@ -3,6 +3,7 @@
 #include <regex.h>
 #include <strings.h>
 
+#include <algorithm>
 #include <string>
 
 #include "framework/config_operate.h"
@@ -13,12 +14,14 @@
 namespace {
 
 constexpr std::size_t kTrustListSize = 512;
+constexpr int kMostRepetitions = 4;
 
 // An item of the trust list as a regular expression: "*" stands for one part of an address. It is searched anywhere in
-// the address. Counts of the item's own are refused: nested, they take gigabytes to compile.
+// the address. Counts and many repetitions of the item's own are refused: nested, they take gigabytes to compile.
 int searchItem(std::string item, const char* address) {
   cutText(item, kTrustListSize);
-  if (item.find('{') != std::string::npos) return REG_BADPAT;
+  const auto repeats = [](char c) { return c == '+' || c == '?'; };
+  if (item.find('{') != std::string::npos || std::ranges::count_if(item, repeats) > kMostRepetitions) return REG_BADPAT;
   ReplaceStrByStr(item, "*", "[0-9]{1,3}");
   ReplaceStrByStr(item, ".", "\\.");
   regex_t pattern;

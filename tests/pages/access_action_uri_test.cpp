@@ -103,11 +103,17 @@ TEST_F(ActionUriTest, ServerIsStored) {
 }
 
 TEST_F(ActionUriTest, StrangersAreRefusedAndNoted) {
-  const std::pair<const char*, bool> rows[] = {{"10.0.*.*", false},   {"192.0.2.*", true},
-                                               {"2.0.2.7", true},     {"", false},
-                                               {"ANY", true},         {"x,,192.0.2.7", true},
-                                               {"(,192.0.2.7", true}, {"anyone", false},
-                                               {"19..0", false},      {"((1{255}){255}){255},192.0.2.7", true}};
+  const std::pair<const char*, bool> rows[] = {{"10.0.*.*", false},
+                                               {"192.0.2.*", true},
+                                               {"2.0.2.7", true},
+                                               {"", false},
+                                               {"ANY", true},
+                                               {"x,,192.0.2.7", true},
+                                               {"(,192.0.2.7", true},
+                                               {"anyone", false},
+                                               {"19..0", false},
+                                               {"((1{255}){255}){255},192.0.2.7", true},
+                                               {"1++++++++++++++++++++,192.0.2.7", true}};
   for (const auto& [trusted, trusts] : rows) {
     setConfig("AURILimitIP", trusted);
     EXPECT_EQ(IsTrustIP("192.0.2.7"), trusts) << trusted;
