@@ -1,7 +1,7 @@
 // Logging in and out, and who sees which tabs and settings.
 import assert from "node:assert/strict";
 import test from "node:test";
-import { phone, save, values, visibleFields } from "./phone.mjs";
+import { phone, save, visibleFields } from "./phone.mjs";
 
 const tabs = (page) => page.locator("#navigation .current a:visible").allTextContents();
 

@@ -1,5 +1,4 @@
 // Multicast paging.
-import assert from "node:assert/strict";
 import test from "node:test";
 import { assertErrors, phone } from "./phone.mjs";
 

@@ -69,7 +69,7 @@ test("the phone's language is the page's", async () => {
   for (const [language, code, direction, title, account, stopped] of rows) {
     await phone.configure({ LanguageWebLang: language });
     const texts = { network: ["h1", title], "account-register": ["#acc option >> nth=0", account], status: ['[data-var="DHCPstatus"]', stopped] };
-    for (const { name, query } of language === "English" ? forms.filter(({ name }) => name in texts) : forms) {
+    for (const { name, query } of language === "English" ? forms.filter((form) => form.name in texts) : forms) {
       await phone.go(page, query);
       assert.deepEqual(await page.evaluate(() => [document.documentElement.lang, document.documentElement.dir]), [code, direction]);
       assert.ok(await overflow(page) <= 0, `${language} ${name}`);
@@ -94,10 +94,10 @@ test("without its language file a page works in English", async () => {
 
 for (const user of ["var", "user"]) {
   test(`every page opens for ${user}, with settings or the reason why there are none, and hostile text stays text`, async () => {
-    const hostile = `"'><img src=x onerror=alert(1)><script>alert(2)</script>{{User}} &amp; Saved.`;
+    const hostile = "\"'><img src=x onerror=alert(1)><script>alert(2)</script>{{User}} &amp; Saved.";
     await phone.configure({ DevtypeLoginNote: hostile, PhoneFirmware: hostile, NetworkWanStaticIp: hostile, NetworkPppoeUser: hostile,
-      NetworkLanRouterIP: hostile, ACDAutoAvailableTime: hostile, StatusVersion: `2"><b>`, "features-acd": `0$<b>`,
-      "AccountLabel@0": hostile, "AccountUserName@0": `"><img src=x>`, "AccountDisplayName@0": hostile, "AccountTransport@0": hostile });
+      NetworkLanRouterIP: hostile, ACDAutoAvailableTime: hostile, StatusVersion: "2\"><b>", "features-acd": "0$<b>",
+      "AccountLabel@0": hostile, "AccountUserName@0": "\"><img src=x>", "AccountDisplayName@0": hostile, "AccountTransport@0": hostile });
     const page = await phone.openAs(user);
     page.on("dialog", () => assert.fail("a script of the stored text ran"));
     for (const { name, query } of forms) {
