@@ -5,7 +5,7 @@
 #include <string>
 
 #include "host/admission.h"
-#include "host/handler_thread.h"
+#include "host/serving_threads.h"
 #include "host/server_settings.h"
 #include "host/servlet_runner.h"
 #include "host/static_files.h"

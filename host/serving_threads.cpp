@@ -1,4 +1,4 @@
-#include "host/handler_thread.h"
+#include "host/serving_threads.h"
 
 #include <utility>
 
