@@ -1,11 +1,15 @@
 #include "platform/phone_root.h"
 
+#include <fcntl.h>
+#include <linux/openat2.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <optional>
 
 #include "simulator/phone.h"
 
@@ -31,9 +35,27 @@ bool isBelow(std::string_view path, std::string_view root) {
 
 enum class Place { kInside, kOutside, kMissing };
 
+// Opens the file for nothing but to see whether it is there, unless a link is on the way. -1 with errno on failure.
+int openWithoutLinks(const std::string& path) {
+  open_how how{};
+  how.flags = O_PATH | O_CLOEXEC;
+  how.resolve = RESOLVE_NO_SYMLINKS;
+  return static_cast<int>(::syscall(SYS_openat2, AT_FDCWD, path.c_str(), &how, sizeof how));
+}
+
+// Where a path below the root leads. Without links on the way it leads where it says; one call tells that, and older
+// systems do not have it.
+std::optional<Place> placeWithoutLinks(const std::string& path) {
+  const int file = openWithoutLinks(path);
+  if (file < 0) return errno == ENOENT ? std::optional(Place::kMissing) : std::nullopt;
+  ::close(file);
+  return Place::kInside;
+}
+
 // Where the path leads once its links are followed. A link to nowhere counts as outside: who opens it to write would
 // make a file there.
 Place placeOf(const std::string& path, const std::string& root) {
+  if (const std::optional<Place> place = placeWithoutLinks(path)) return *place;
   char* real = ::realpath(path.c_str(), nullptr);
   if (real != nullptr) {
     const bool inside = isBelow(real, root);

@@ -27,6 +27,11 @@ TEST_F(FilesTest, PathsStayBelowTheRoot) {
                            "/tmp/out", "/tmp/out/passwd", "/tmp/out/", "/tmp/dangling", "/tmp/dangling/x", "/tmp/loop"})
     EXPECT_EQ(phonePath(path), "") << path;
   EXPECT_EQ(phonePath(std::string_view("/tmp/a\0b", 8)), "");
+  fs::create_directory(file("/tmp/folder"));
+  EXPECT_EQ(phonePath("/tmp/folder/x"), root + "/tmp/folder/x");
+  fs::remove(file("/tmp/folder"));
+  fs::create_symlink("/etc", file("/tmp/folder"));
+  EXPECT_EQ(phonePath("/tmp/folder/x"), "");
 }
 
 TEST_F(FilesTest, RegistryMergesWhatOthersWrote) {
