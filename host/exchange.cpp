@@ -66,7 +66,7 @@ MHD_Result Exchange::proceed(const char* data, std::size_t* size) {
     case Stage::kBody:
       return *size > 0 ? takePiece(data, size) : takeEnd();
     default:
-      return send(std::move(answer_));
+      return takeAnswer();
   }
 }
 
@@ -91,7 +91,7 @@ MHD_Result Exchange::takeHeaders() {
 // Gives the request to the handler while its body is still to come.
 void Exchange::startLongTurn() {
   body_.setStream(stream_);
-  if (core_.handlers.push(shared_from_this())) return;
+  if (core_.threads.push(shared_from_this())) return;
   refuse({503, {}});
   stream_->answered();
 }
@@ -167,17 +167,27 @@ MHD_Result Exchange::takeEndOfStream() {
 
 MHD_Result Exchange::waitForTurn() {
   stage_ = Stage::kTurn;
+  return core_.threads.push(shared_from_this()) ? MHD_YES : send(errorAnswer(503, head_.wantsJson));
+}
+
+// Mostly the answer is there when the connection is looked at again. Only when it is not is the connection suspended,
+// which costs several system calls.
+MHD_Result Exchange::takeAnswer() {
+  if (turn_ == Turn::kAnswered) return send(std::move(answer_));
   pause();
-  if (!core_.handlers.push(shared_from_this())) {
-    answer_ = errorAnswer(503, head_.wantsJson);
-    resume();
-  }
+  Turn turn = Turn::kPending;
+  if (!turn_.compare_exchange_strong(turn, Turn::kPaused)) resume();
   return MHD_YES;
 }
 
 void Exchange::pause() {
   wasPaused_ = true;
   MHD_suspend_connection(connection_);
+}
+
+void Exchange::resume() {
+  MHD_resume_connection(connection_);
+  core_.threads.wake();
 }
 
 void Exchange::connectionEnded() {
@@ -188,11 +198,9 @@ void Exchange::connectionEnded() {
 
 void Exchange::run() {
   answer_ = core_.stopping ? errorAnswer(503, head_.wantsJson) : core_.runner.run(head_, body_);
-  if (stream_) {
-    stream_->answered();
-  } else {
-    resume();
-  }
+  const Turn before = turn_.exchange(Turn::kAnswered);
+  if (stream_) stream_->answered();
+  if (before == Turn::kPaused) resume();
 }
 
 void Exchange::cancel() {

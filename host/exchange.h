@@ -3,6 +3,7 @@
 
 #include <microhttpd.h>
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -21,8 +22,8 @@ namespace host {
 struct Peer;
 struct ServerCore;
 
-// Driven by the connection's thread; its turn runs on the handler thread. While a request waits for its turn its
-// connection is suspended, so no client holds a thread.
+// Driven by the thread that serves the connections. In its turn, which may be that of another thread, it runs the
+// handler; when this takes its time, the connection is suspended, so no client holds a thread.
 class Exchange final : public Job, private Pausable, public std::enable_shared_from_this<Exchange> {
  public:
   Exchange(ServerCore& core, MHD_Connection* connection, const Peer& peer, const char* method, const char* version);
@@ -35,6 +36,7 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
 
   void run() override;
   void cancel() override;
+  bool readsConnection() const override { return stream_ != nullptr; }
 
  private:
   enum class Stage {
@@ -43,6 +45,8 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
     kBody,
     kTurn,  // all is received, the handler has it
   };
+
+  enum class Turn { kPending, kPaused, kAnswered };  // kPaused: and the connection waits for it
 
   void refuse(const Refusal& refusal);
 
@@ -55,6 +59,7 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
   MHD_Result takeEndOfStream();
   MHD_Result waitForTurn();
   void startLongTurn();
+  MHD_Result takeAnswer();
   bool keepsPace(std::size_t bytes);
 
   Answer simulatorAnswer();
@@ -62,7 +67,7 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
   MHD_Result send(Answer answer);
 
   void pause() override;
-  void resume() override { MHD_resume_connection(connection_); }
+  void resume() override;
 
   ServerCore& core_;
   MHD_Connection* connection_;
@@ -72,6 +77,7 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
   std::shared_ptr<BodyStream> stream_;
   std::optional<Answer> refusal_;  // decided without a handler, sent in place of any other answer
   Answer answer_;                  // of the handler
+  std::atomic<Turn> turn_ = Turn::kPending;
   Stage stage_ = Stage::kHeaders;
   bool expectsContinue_ = false;
   std::size_t received_ = 0;

@@ -3,6 +3,9 @@
 #include <arpa/inet.h>
 #include <microhttpd.h>
 #include <netinet/in.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/eventfd.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -10,11 +13,11 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
-#include <thread>
 #include <vector>
 
 #include "host/connection_head.h"
@@ -162,7 +165,7 @@ __attribute__((format(printf, 2, 0))) void libraryLog(void*, const char* format,
 }
 }  // namespace
 
-class Server::Impl {
+class Server::Impl final : private Connections {
  public:
   Impl(PageTable& pages, ServerSettings settings)
       : core_(pages, std::move(settings)), listener_(listenOn(core_.settings.address, core_.settings.port)) {
@@ -182,25 +185,26 @@ class Server::Impl {
   // The order matters: no suspended connection may be left when the daemon stops.
   bool stop(std::chrono::milliseconds patience) {
     core_.stopping = true;
-    if (!core_.handlers.stop(patience)) return false;
+    if (!core_.threads.stop(patience)) return false;
     if (daemon_) MHD_stop_daemon(std::exchange(daemon_, nullptr));
     return true;
   }
 
  private:
   void start() {
+    ::signal(SIGPIPE, SIG_IGN);  // files are sent by a call that could raise it
     std::vector<MHD_OptionItem> options{
         {MHD_OPTION_EXTERNAL_LOGGER, reinterpret_cast<intptr_t>(&libraryLog), nullptr},
         {MHD_OPTION_CONNECTION_LIMIT, connectionLimit(), nullptr},
         {MHD_OPTION_PER_IP_CONNECTION_LIMIT, kMaxConnectionsPerAddress, nullptr},
         {MHD_OPTION_CONNECTION_TIMEOUT, kIdleSeconds, nullptr},
-        {MHD_OPTION_THREAD_POOL_SIZE, std::clamp(std::thread::hardware_concurrency(), 2U, 4U), nullptr},
+        {MHD_OPTION_SIGPIPE_HANDLED_BY_APP, 1, nullptr},
         {MHD_OPTION_CONNECTION_MEMORY_LIMIT, kMaxConnectionMemory, nullptr},
         {MHD_OPTION_NOTIFY_COMPLETED, reinterpret_cast<intptr_t>(&requestEnded), nullptr},
         {MHD_OPTION_NOTIFY_CONNECTION, reinterpret_cast<intptr_t>(&connectionChanged), nullptr},
         {MHD_OPTION_URI_LOG_CALLBACK, reinterpret_cast<intptr_t>(&targetCame), nullptr},
         {MHD_OPTION_LISTEN_SOCKET, listener_.get(), nullptr}};
-    unsigned flags = MHD_USE_EPOLL_INTERNAL_THREAD | MHD_ALLOW_SUSPEND_RESUME | MHD_USE_ERROR_LOG;
+    unsigned flags = MHD_USE_EPOLL | MHD_ALLOW_SUSPEND_RESUME | MHD_USE_ERROR_LOG;
     if (!core_.settings.tlsKey.empty()) {
       flags |= MHD_USE_TLS;
       options.push_back({MHD_OPTION_HTTPS_MEM_KEY, 0, const_cast<char*>(core_.settings.tlsKey.c_str())});
@@ -211,12 +215,35 @@ class Server::Impl {
                                MHD_OPTION_END);
     if (!daemon_) throw std::runtime_error("cannot start the server on " + url());
     listener_.release();  // the daemon closes it
+    epoll_ = MHD_get_daemon_info(daemon_, MHD_DAEMON_INFO_EPOLL_FD)->epoll_fd;
+    core_.threads.start(*this);
+  }
+
+  void serve() override {
+    MHD_UNSIGNED_LONG_LONG left = 0;
+    const bool limited = MHD_get_timeout(daemon_, &left) == MHD_YES;
+    if (!limited || left > 0) wait(limited ? static_cast<int>(std::min<MHD_UNSIGNED_LONG_LONG>(left, INT_MAX)) : -1);
+    MHD_run(daemon_);
+  }
+
+  void wait(int milliseconds) {
+    std::array<pollfd, 2> events{{{epoll_, POLLIN, 0}, {wake_.get(), POLLIN, 0}}};
+    ::poll(events.data(), events.size(), milliseconds);
+    std::uint64_t count = 0;
+    if (events[1].revents != 0 && ::read(wake_.get(), &count, sizeof count) < 0) return;
+  }
+
+  void wake() override {
+    constexpr std::uint64_t kOnce = 1;
+    if (::write(wake_.get(), &kOnce, sizeof kOnce) < 0) logLine({"the serving thread was not woken"});
   }
 
   ServerCore core_;
   FileHandle listener_;
   std::uint16_t port_ = 0;
+  FileHandle wake_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
   MHD_Daemon* daemon_ = nullptr;
+  int epoll_ = -1;  // the daemon's
 };
 
 Server::Server(PageTable& pages, ServerSettings settings) : impl_(std::make_unique<Impl>(pages, std::move(settings))) {}

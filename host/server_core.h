@@ -24,7 +24,7 @@ struct ServerCore {
   const std::string spoolFolder;
   const StaticFiles files;
   ServletRunner runner;
-  HandlerThread handlers;
+  ServingThreads threads;
   std::atomic<bool> stopping = false;
 };
 

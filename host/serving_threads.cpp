@@ -4,49 +4,98 @@
 
 namespace host {
 
-HandlerThread::HandlerThread() : thread_([this] { work(); }) {}
-
-HandlerThread::~HandlerThread() {
-  stop({});
-  if (thread_.joinable()) thread_.join();
+ServingThreads::~ServingThreads() {
+  stop(std::chrono::hours(1));
 }
 
-bool HandlerThread::push(std::shared_ptr<Job> job) {
+void ServingThreads::start(Connections& connections) {
+  connections_ = &connections;
+  first_ = std::thread([this] { work(); });
+  second_ = std::thread([this] { work(); });
+}
+
+bool ServingThreads::push(std::shared_ptr<Job> job) {
   const std::lock_guard lock(mutex_);
-  if (stopping_) return false;
-  queue_.push_back(std::move(job));
-  if (queue_.size() == 1) changed_.notify_one();
-  return true;
+  if (!stopping_) jobs_.push_back(std::move(job));
+  return !stopping_;
 }
 
-bool HandlerThread::stop(std::chrono::milliseconds patience) {
-  std::unique_lock lock(mutex_);
+bool ServingThreads::stop(std::chrono::milliseconds patience) {
+  Lock lock(mutex_);
   stopping_ = true;
   if (current_) current_->cancel();
-  for (const auto& job : queue_) job->cancel();
+  for (const auto& job : jobs_) job->cancel();
+  if (!changed_.wait_for(lock, patience, [this] { return jobs_.empty() && !running_; })) return false;
+  ended_ = true;
   changed_.notify_all();
-  if (!changed_.wait_for(lock, patience, [this] { return ended_; })) return false;
   lock.unlock();
-  if (thread_.joinable()) thread_.join();
+  if (!first_.joinable()) return true;
+  connections_->wake();
+  first_.join();
+  second_.join();
   return true;
 }
 
-// Null when there is no more to do.
-std::shared_ptr<Job> HandlerThread::next() {
-  std::unique_lock lock(mutex_);
-  current_.reset();
-  changed_.wait(lock, [this] { return stopping_ || !queue_.empty(); });
-  if (queue_.empty()) return nullptr;
-  current_ = std::move(queue_.front());
-  queue_.pop_front();
-  return current_;
+void ServingThreads::work() {
+  Lock lock(mutex_);
+  while (waitToServe(lock)) serve(lock);
 }
 
-void HandlerThread::work() {
-  while (const std::shared_ptr<Job> job = next()) job->run();
-  const std::lock_guard lock(mutex_);
-  ended_ = true;
-  changed_.notify_all();
+// False when there is nothing more to serve.
+bool ServingThreads::waitToServe(Lock& lock) {
+  while (!ended_) {
+    const std::uint64_t seen = timesLeft_;
+    changed_.wait_for(lock, kPatience, [this] { return wanted_ || ended_; });
+    if (!served_ && (wanted_ || timesLeft_ == seen)) return !ended_;
+    if (timesLeft_ != seen) continue;
+    asleep_ = true;
+    changed_.wait(lock, [&] { return timesLeft_ != seen || ended_; });
+    asleep_ = false;
+  }
+  return false;
+}
+
+// Serves until the other thread does.
+void ServingThreads::serve(Lock& lock) {
+  for (take(); !ended_;) {
+    lock.unlock();
+    connections_->serve();
+    lock.lock();
+    if (!jobs_.empty() && !running_ && !runJobs(lock)) return;
+  }
+}
+
+void ServingThreads::take() {
+  served_ = true;
+  wanted_ = false;
+}
+
+// False when the other thread has taken the connections over.
+bool ServingThreads::runJobs(Lock& lock) {
+  running_ = true;
+  served_ = false;
+  ++timesLeft_;
+  if (asleep_) changed_.notify_all();
+  while (!jobs_.empty()) runJob(lock);
+  running_ = false;
+  if (stopping_) changed_.notify_all();
+  if (served_) return false;
+  take();
+  return true;
+}
+
+void ServingThreads::runJob(Lock& lock) {
+  const std::shared_ptr<Job> job = std::move(jobs_.front());
+  jobs_.pop_front();
+  current_ = job.get();
+  if (!served_ && job->readsConnection()) {
+    wanted_ = true;
+    changed_.notify_all();
+  }
+  lock.unlock();
+  job->run();
+  lock.lock();
+  current_ = nullptr;
 }
 
 }  // namespace host

@@ -427,6 +427,66 @@ TEST_F(ServerTest, IsNotHeldUpByClientsThatStall) {
   EXPECT_EQ(behind.wait_for(5s), std::future_status::ready);
 }
 
+TEST_F(ServerTest, ServesOthersWhileAHandlerTakesItsTime) {
+  std::atomic<bool> slow = false, asleep = false;
+  behaviour().page = [&](HttpRequest*, HttpResponse* response) {
+    if (slow.exchange(false)) {
+      asleep = true;
+      std::this_thread::sleep_for(500ms);
+      asleep = false;
+    }
+    response->print("page");
+  };
+  const std::string page = head("GET", "/servlet?p=any"), file = head("GET", "/js/app.js");
+  Clients others;
+  addClients(others, server_->port(), 50, page);
+  for (const auto& client : others) EXPECT_EQ(client->receive().body, "page");
+  for (int round = 0; round < 2; ++round) {
+    slow = true;
+    Client sleeper(server_->port()), behind(server_->port());
+    sleeper.send(page);
+    while (!asleep) std::this_thread::yield();
+    behind.send(page);
+    for (const auto& client : others) EXPECT_EQ(client->ask(file).body, "let a = 1;\n");
+    EXPECT_TRUE(asleep) << "they were to be served meanwhile";
+    EXPECT_EQ(sleeper.receive().body, "page");
+    EXPECT_EQ(behind.receive().body, "page");
+  }
+  slow = true;
+  others[0]->send(page);
+  others[1]->send(page);
+  while (!asleep) std::this_thread::yield();
+  EXPECT_FALSE(server_->stop(10ms));
+  EXPECT_TRUE(server_->stop(1s));
+}
+
+TEST_F(ServerTest, AnswersEveryoneWhateverTimeHandlersTake) {
+  std::atomic<int> inTurn = 0, runs = 0;
+  behaviour().page = [&](HttpRequest* request, HttpResponse* response) {
+    EXPECT_EQ(++inTurn, 1) << "one handler at a time";
+    if (++runs % 5 == 0) std::this_thread::sleep_for(runs % 4 * 800us);
+    char piece[1000];
+    int size = 0;
+    while (const int count = request->read(piece, sizeof piece)) size += count;
+    response->print("%s %d", orNull(request->getParameter("a")).c_str(), size);
+    --inTurn;
+  };
+  start();
+  const auto visit = [this](int id) {
+    Client client(server_->port());
+    for (int i = id; i < id + 60; ++i) {
+      const std::string page = "/servlet?p=any&a=" + std::to_string(i), shown = std::to_string(i);
+      if (i % 20 == 7) Client(server_->port()).send(head("GET", page));  // leaves without its answer
+      if (i % 3 == 1) client.ask(head("GET", "/js/app.js"));
+      EXPECT_EQ(client.ask(head("GET", page)).body, shown + " 0");
+      if (i % 30 != 2) continue;
+      EXPECT_EQ(post(page, "", std::string(1'500'000, 'x')).body, shown + " 1500000");
+    }
+  };
+  std::vector<std::future<void>> clients;
+  for (int id = 0; id < 8; ++id) clients.push_back(std::async(std::launch::async, visit, id * 1000));
+}
+
 TEST_F(ServerTest, AsksForAsManyFilesAsItsConnectionsNeed) {
   const LowLimit files(RLIMIT_NOFILE, 300);
   start();
