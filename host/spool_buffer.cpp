@@ -10,9 +10,13 @@
 #include <utility>
 
 namespace host {
+namespace {
+constexpr std::size_t kFirstRoom = 16 * 1024;  // a page
+}  // namespace
 
 bool SpoolBuffer::append(std::string_view bytes) {
   if (failed_) return false;
+  if (memory_.empty()) memory_.reserve(std::min(kFirstRoom, limit_));
   while (memory_.size() + bytes.size() > limit_) {
     const std::size_t part = std::min(bytes.size(), limit_ - std::min(limit_, memory_.size()));
     memory_.append(bytes.substr(0, part));

@@ -1,5 +1,6 @@
 #include "host/template_scope.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <utility>
@@ -30,19 +31,17 @@ bool takeSuffix(std::string_view& name, std::string_view suffix) {
 bool takeOffEscapes(std::string_view value, std::string& plain) {
   static constexpr std::array<std::pair<std::string_view, char>, 4> kEscapes{
       {{"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}}};
-  if (value.find('&') == std::string_view::npos) return false;
+  std::size_t sign = value.find('&');
+  if (sign == std::string_view::npos) return false;
   plain.clear();
-  while (!value.empty()) {
-    char next = value.front();
-    std::size_t length = 1;
-    for (const auto& [escape, sign] : kEscapes) {
-      if (!value.starts_with(escape)) continue;
-      next = sign;
-      length = escape.size();
-    }
-    plain += next;
-    value.remove_prefix(length);
+  for (; sign != std::string_view::npos; sign = value.find('&')) {
+    plain.append(value.substr(0, sign));
+    value.remove_prefix(sign);
+    const auto escape = std::ranges::find_if(kEscapes, [&](const auto& known) { return value.starts_with(known.first); });
+    plain += escape == kEscapes.end() ? '&' : escape->second;
+    value.remove_prefix(escape == kEscapes.end() ? 1 : escape->first.size());
   }
+  plain.append(value);
   return true;
 }
 
