@@ -30,7 +30,7 @@ class ServletRunner {
 
   ServletRunner(PageTable& pages, Settings settings);
 
-  // Answers one request to "/servlet". To be called by the handler thread alone; lets no exception out.
+  // Answers one request to "/servlet". To be called in its turn alone; lets no exception out.
   Answer run(const RequestHead& head, Body& body);
 
  private:

@@ -1,4 +1,4 @@
-// The sessions of the browsers. Used by the handler thread alone.
+// The sessions of the browsers. Used in a turn alone, by one request at a time.
 #pragma once
 
 #include <chrono>

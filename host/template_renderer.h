@@ -14,8 +14,8 @@
 
 namespace host {
 
-// Keeps parsed templates until one of their files changes, which it looks for at most once a second a template. Used by
-// the handler thread alone.
+// Keeps parsed templates until one of their files changes, which it looks for at most once a second a template. Used in
+// a turn alone, by one request at a time.
 class TemplateRenderer {
  public:
   explicit TemplateRenderer(std::filesystem::path root);
