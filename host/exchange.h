@@ -13,9 +13,9 @@
 #include "host/answer.h"
 #include "host/body.h"
 #include "host/body_stream.h"
-#include "host/serving_threads.h"
 #include "host/rate_guard.h"
 #include "host/request_head.h"
+#include "host/serving_threads.h"
 
 namespace host {
 

@@ -169,6 +169,7 @@ class Server::Impl final : private Connections {
  public:
   Impl(PageTable& pages, ServerSettings settings)
       : core_(pages, std::move(settings)), listener_(listenOn(core_.settings.address, core_.settings.port)) {
+    if (!wake_) failWith("nothing to wake the server with");
     port_ = portOf(listener_.get());
     start();
   }
@@ -226,6 +227,7 @@ class Server::Impl final : private Connections {
     MHD_run(daemon_);
   }
 
+  // Resuming a connection does not end the wait of a daemon without threads of its own; wake() does.
   void wait(int milliseconds) {
     std::array<pollfd, 2> events{{{epoll_, POLLIN, 0}, {wake_.get(), POLLIN, 0}}};
     ::poll(events.data(), events.size(), milliseconds);

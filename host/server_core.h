@@ -5,8 +5,8 @@
 #include <string>
 
 #include "host/admission.h"
-#include "host/serving_threads.h"
 #include "host/server_settings.h"
+#include "host/serving_threads.h"
 #include "host/servlet_runner.h"
 #include "host/static_files.h"
 

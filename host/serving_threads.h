@@ -54,7 +54,7 @@ class ServingThreads {
   // To be called from Connections::serve(). False once stop() was called: the job will not run.
   bool push(std::shared_ptr<Job> job);
 
-  // Has the connections looked at again. From any thread.
+  // Has the connections looked at again, once they are served. From any thread.
   void wake() { connections_->wake(); }
 
   // Cancels what runs and waits, lets it end and ends the threads. False when a job did not end in time; the threads go

@@ -37,7 +37,8 @@ bool takeOffEscapes(std::string_view value, std::string& plain) {
   for (; sign != std::string_view::npos; sign = value.find('&')) {
     plain.append(value.substr(0, sign));
     value.remove_prefix(sign);
-    const auto escape = std::ranges::find_if(kEscapes, [&](const auto& known) { return value.starts_with(known.first); });
+    const auto escape =
+        std::ranges::find_if(kEscapes, [&](const auto& known) { return value.starts_with(known.first); });
     plain += escape == kEscapes.end() ? '&' : escape->second;
     value.remove_prefix(escape == kEscapes.end() ? 1 : escape->first.size());
   }
