@@ -196,7 +196,7 @@ class Server::Impl final : private Connections {
     ::signal(SIGPIPE, SIG_IGN);  // files are sent by a call that could raise it
     std::vector<MHD_OptionItem> options{
         {MHD_OPTION_EXTERNAL_LOGGER, reinterpret_cast<intptr_t>(&libraryLog), nullptr},
-        {MHD_OPTION_CONNECTION_LIMIT, connectionLimit(), nullptr},
+        {MHD_OPTION_CONNECTION_LIMIT, static_cast<intptr_t>(connectionLimit()), nullptr},
         {MHD_OPTION_PER_IP_CONNECTION_LIMIT, kMaxConnectionsPerAddress, nullptr},
         {MHD_OPTION_CONNECTION_TIMEOUT, kIdleSeconds, nullptr},
         {MHD_OPTION_SIGPIPE_HANDLED_BY_APP, 1, nullptr},
