@@ -84,7 +84,7 @@ int osShell(const std::string& command) {
   journal("shell", command);
   if (phone().root.empty() || command.find('\0') != std::string::npos) return -1;
   const int status = run(command, phone().root);
-  if (status == -1) log_log(2, 4, "osShell() failed: %s\n", command.c_str());
+  if (status == -1) log_log(kWebLog, kLogWarning, "osShell() failed: %s\n", command.c_str());
   noticeChanges();
   return status;
 }

@@ -43,7 +43,7 @@ class RegistrySection : public ETL_SubClass {
     IniFile merged(readFile(path_).value_or(""));
     for (const auto& [key, value] : changes_) merged.set(section_, key, value);
     if (!simulator::replaceFile(path_, merged.text())) {
-      log_log(2, 3, "registryFlush() cannot write %s\n", path_.c_str());
+      log_log(kWebLog, kLogError, "registryFlush() cannot write %s\n", path_.c_str());
       return false;
     }
     file_ = std::move(merged);

@@ -92,13 +92,18 @@ std::string loginTarget(HttpRequest* request, const char* page, const std::strin
   return form + name;
 }
 
+bool isLoggedIn(HttpRequest* request) {
+  HttpSession* session = request->getSession(1);
+  return session && session->getAttribute("user");
+}
+
 // An Action URI from a client without a session runs with the credentials that it brought along.
 int runWithCredentials(HttpRequest* request, HttpResponse* response, const Query& query, std::string_view type) {
   std::string identity;
   if (query.hasCredentials && credentialsDoor().enter(request->getRemoteAddr(), query.user.c_str(),
                                                       query.password.c_str(), identity) == Entry::kGranted) {
     proccessActionURI(request, response, type, query.text, userOfLoginName(query.user, identity).c_str());
-    return 1;
+    return isLoggedIn(request) ? 1 : 0;  // a client that is not trusted has its answer, and no page beside it
   }
   response->addHeader("WWW-Authenticate", "Basic realm=\"VOIP PHONE\"");
   response->sendError(401);
@@ -126,8 +131,7 @@ int LoginListener::onRequest(HttpRequest* request, HttpResponse* response) {
     ProcessPushXml(request, false);
     return 1;
   }
-  HttpSession* session = request->getSession(1);
-  const bool loggedIn = session && session->getAttribute("user");
+  const bool loggedIn = isLoggedIn(request);
   const std::string_view type = getURIType(query.text);
   if (!loggedIn && !type.empty()) return runWithCredentials(request, response, query, type);
   if (!loggedIn) {
