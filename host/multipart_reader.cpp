@@ -6,6 +6,8 @@
 
 namespace host {
 namespace {
+constexpr std::size_t kMaxPadding = 63;  // blanks behind a boundary
+
 // Browsers write a quote in a name as %22, some clients as \"; any other backslash belongs to the name.
 std::string unescapeQuotes(std::string text) {
   for (std::size_t at = 0; (at = text.find("\\\"", at)) != std::string::npos; ++at) text.erase(at, 1);
@@ -91,9 +93,10 @@ bool MultipartReader::passDelimiter(std::size_t end) {
   const bool last = after.starts_with("--");
   const std::size_t blanks = std::min(after.find_first_not_of(" \t"), after.size());
   const std::string_view lineEnd = after.substr(blanks, 2);
-  const bool unclear = blanks < 64 && (lineEnd.empty() || lineEnd == "\r" || after == "-");
+  const bool padded = blanks <= kMaxPadding;
+  const bool unclear = padded && (lineEnd.empty() || lineEnd == "\r" || after == "-");
   if (!last && unclear) return false;
-  if (!last && lineEnd != "\r\n") {
+  if (!last && (!padded || lineEnd != "\r\n")) {
     emit(end);
     return true;
   }
