@@ -2,18 +2,15 @@
 
 #include <netinet/in.h>
 #include <signal.h>
-#include <stdlib.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 
 #include "host/log.h"
 
 namespace host_test {
-namespace fs = std::filesystem;
 
 LogCapture::LogCapture() {
   host::setLogSink([this](std::string_view line) {
@@ -30,27 +27,13 @@ std::string LogCapture::text() const {
   return text_;
 }
 
-TempFolder::TempFolder() {
-  std::string name = (fs::temp_directory_path() / "host_test_XXXXXX").string();
-  path_ = fs::canonical(::mkdtemp(name.data()));
-}
-
-void TempFolder::write(const std::string& file, std::string_view content) const {
-  fs::create_directories((path_ / file).parent_path());
-  std::ofstream(path_ / file, std::ios::binary) << content;
-}
-
-std::vector<std::string> TempFolder::list(const std::string& folder) const {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(path_ / folder)) names.push_back(entry.path().filename());
-  return names;
-}
-
-LowLimit::LowLimit(__rlimit_resource resource, rlim_t limit) : resource_(resource) {
+std::shared_ptr<void> lowLimit(__rlimit_resource resource, rlim_t limit) {
   ::signal(SIGXFSZ, SIG_IGN);
-  ::getrlimit(resource, &before_);
-  const rlimit low{limit, before_.rlim_max};
+  rlimit before;
+  ::getrlimit(resource, &before);
+  const rlimit low{limit, before.rlim_max};
   ::setrlimit(resource, &low);
+  return {nullptr, [resource, before](void*) { ::setrlimit(resource, &before); }};
 }
 
 std::string Reply::header(const std::string& name) const {
@@ -157,10 +140,10 @@ ServerTest::ServerTest() {
   root_.write("tmp/keep", "");
 }
 
-void ServerTest::start(host::ServerSettings settings) {
+void ServerTest::start() {
   pages_ = std::make_unique<host::PageTable>(root_.path() / "pages.conf", findFactory);
-  settings.root = root_.path();
-  server_ = std::make_unique<host::Server>(*pages_, std::move(settings));
+  settings_.root = root_.path();
+  server_ = std::make_unique<host::Server>(*pages_, settings_);
 }
 
 std::string ServerTest::head(const std::string& method, const std::string& target, const std::string& headers) {
@@ -170,14 +153,12 @@ std::string ServerTest::head(const std::string& method, const std::string& targe
 }
 
 Reply ServerTest::get(const std::string& target, const std::string& headers) {
-  const std::string request = head("GET", target, headers);
-  return Client(server_->port()).ask(request);
+  return ask(head("GET", target, headers));
 }
 
 Reply ServerTest::post(const std::string& target, const std::string& headers, std::string_view body) {
   const std::string length = "Content-Length: " + std::to_string(body.size()) + "\r\n";
-  const std::string request = head("POST", target, headers + length);
-  return Client(server_->port()).ask(request + std::string(body));
+  return ask(head("POST", target, headers + length).append(body));
 }
 
 }  // namespace host_test

@@ -5,17 +5,16 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "host/page_table.h"
 #include "host/server.h"
+#include "tests/support/phone_test.h"
 
 namespace host_test {
 
@@ -31,32 +30,8 @@ class LogCapture {
   std::string text_;
 };
 
-// A folder that is gone with it.
-class TempFolder {
- public:
-  TempFolder();
-  ~TempFolder() { std::filesystem::remove_all(path_); }
-  const std::filesystem::path& path() const { return path_; }
-  void write(const std::string& file, std::string_view content) const;
-  // Names of the files in a folder.
-  std::vector<std::string> list(const std::string& folder) const;
-
- private:
-  std::filesystem::path path_;
-};
-
-// A lower limit of the system while it lives (RLIMIT_FSIZE: the disk is full at that size).
-class LowLimit {
- public:
-  LowLimit(__rlimit_resource resource, rlim_t limit);
-  ~LowLimit() { ::setrlimit(resource_, &before_); }
-  LowLimit(const LowLimit&) = delete;
-  LowLimit& operator=(const LowLimit&) = delete;
-
- private:
-  __rlimit_resource resource_;
-  rlimit before_;
-};
+// A lower limit of the system while the result lives (RLIMIT_FSIZE: the disk is full at that size).
+[[nodiscard]] std::shared_ptr<void> lowLimit(__rlimit_resource resource, rlim_t limit);
 
 struct Reply {
   int status = 0;                                   // 0: the connection was closed without an answer
@@ -102,14 +77,18 @@ Behaviour& behaviour();
 class ServerTest : public ::testing::Test {
  protected:
   ServerTest();
-  void start(host::ServerSettings settings = {});
+  // The server is there from the first request on, unless a test starts it itself.
+  void start();
   // GET, or POST with a body, on a connection of its own; `headers` are whole lines with their line ends.
   Reply get(const std::string& target, const std::string& headers = "");
   Reply post(const std::string& target, const std::string& headers, std::string_view body);
   std::string head(const std::string& method, const std::string& target, const std::string& headers = "");
+  // Sends the bytes on a connection of their own.
+  Reply ask(std::string_view bytes) { return Client(server_->port()).ask(bytes); }
 
   LogCapture log_;
-  TempFolder root_;
+  TemporaryFolder root_;
+  host::ServerSettings settings_;
   std::unique_ptr<host::PageTable> pages_;
   std::unique_ptr<host::Server> server_;
 };

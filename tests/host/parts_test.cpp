@@ -124,15 +124,13 @@ TEST(SessionStore, KeepsOneSessionForAClientThatLogsInWithEachCommand) {
 }
 
 TEST(StaticFiles, StayInTheirFolder) {
-  const host_test::TempFolder folder;
-  for (const auto& [name, content] : {std::pair{"js/app.js", "plain"},
-                                      {"js/app.js.gz", "zipped"},
-                                      {"old.css", "new"},
-                                      {"old.css.gz", "stale"},
-                                      {".hidden", "x"},
-                                      {"../secret", "x"}}) {
-    folder.write(std::string("docs/").append(name), content);
-  }
+  const TemporaryFolder folder;
+  folder.write("docs/js/app.js", "plain");
+  folder.write("docs/js/app.js.gz", "zipped");
+  folder.write("docs/old.css", "new");
+  folder.write("docs/old.css.gz", "stale");
+  folder.write("docs/.hidden", "x");
+  folder.write("secret", "x");
   const auto docs = folder.path() / "docs";
   std::filesystem::last_write_time(docs / "old.css.gz", std::filesystem::file_time_type::clock::now() - 1h);
   std::filesystem::create_symlink("../secret", docs / "link");
@@ -153,8 +151,7 @@ TEST(StaticFiles, StayInTheirFolder) {
   }
   const auto zipped = files.answer({"/js/app.js", "gzip", ""});
   EXPECT_EQ(zipped->fileSize, 6U);
-  EXPECT_EQ(*zipped->header("Content-Encoding"), "gzip");
-  EXPECT_EQ(*zipped->header("Vary"), "Accept-Encoding");
+  EXPECT_EQ(*zipped->header("Content-Encoding") + *zipped->header("Vary"), "gzipAccept-Encoding");
   EXPECT_EQ(files.answer({"/js/app.js", "gzip", *zipped->header("ETag")})->status, 304);
   EXPECT_EQ(files.answer({"/js/app.js", "", *zipped->header("ETag")})->status, 200);
   EXPECT_EQ(files.answer({"/old.css", "gzip", ""})->fileSize, 3U);  // edited after it was compressed
@@ -167,41 +164,35 @@ TEST(PageTable, LeavesOutWhatTheModuleLacks) {
   EXPECT_EQ(log.text(),
             "page list, line 5: no \"page = factory\"\npage list, line 6: no \"page = factory\"\n"
             "page list, line 7: no \"page = factory\"\n");
-  const host_test::TempFolder folder;
+  const TemporaryFolder folder;
   folder.write("pages.conf", "a = A\n");
   const auto none = [](const std::string&) -> void* { return nullptr; };
   EXPECT_THROW(PageTable(folder.path() / "pages.conf", none), std::runtime_error);
   EXPECT_THROW(PageTable(folder.path() / "missing", none), std::runtime_error);
 }
 
+std::vector<std::string> words(const std::string& text) {
+  std::istringstream stream(text);
+  return {std::istream_iterator<std::string>(stream), {}};
+}
+
 TEST(Options, AreRead) {
   Options options;
   std::string error;
-  ASSERT_TRUE(parseOptions({"--root", "/r", "--listen", "[::1]:8080", "--max-upload", "2", "--quiet", "--name",
-                            "Phone.Example.com.", "--state", "{}", "--name", "b"},
+  ASSERT_TRUE(parseOptions(words("--root /r --listen [::1]:8080 --max-upload 2 --quiet --name Phone.Example.com. "
+                                 "--state {} --name b"),
                            "/opt/bin", options, error));
-  EXPECT_EQ(options.address, "::1");
+  EXPECT_EQ(options.address + options.pages.string() + options.state, "::1/r/phone/www/WEB-INFO/pages.conf{}");
   EXPECT_EQ(options.port, 8080);
   EXPECT_EQ(options.maxUpload, 2U * 1024 * 1024);
-  EXPECT_EQ(options.pages, "/r/phone/www/WEB-INFO/pages.conf");
   EXPECT_TRUE(options.quiet);
-  EXPECT_EQ(options.names, (std::vector<std::string>{"phone.example.com", "b"}));
-  EXPECT_EQ(options.state, "{}");
-  const std::vector<std::vector<std::string>> kWrong = {
-      {},
-      {"--root", "/r"},
-      {"--root", "/r", "--listen", "127.0.0.1:99999"},
-      {"--root", "/r", "--listen", ":1"},
-      {"--root", "/r", "--listen", "127.0.0.1:1", "--max-upload", "0"},
-      {"--root", "/r", "--listen", "127.0.0.1:1", "--tls-key", "k"},
-      {"--root", "/r", "--listen"},
-      {"--root", "/r", "--listen", "127.0.0.1:1", "--name", "phone:80"},
-      {"--root", "/r", "--listen", "127.0.0.1:1", "--name", "http://phone"},
-      {"--what"},
-  };
-  for (const auto& arguments : kWrong) {
-    Options wrong;
-    EXPECT_FALSE(parseOptions(arguments, "/opt/bin", wrong, error)) << error;
+  EXPECT_EQ(options.names, words("phone.example.com b"));
+  for (const char* wrong :
+       {"", "--root /r", "--root /r --listen 127.0.0.1:99999", "--root /r --listen :1",
+        "--root /r --listen 127.0.0.1:1 --max-upload 0", "--root /r --listen 127.0.0.1:1 --tls-key k",
+        "--root /r --listen", "--root /r --listen 127.0.0.1:1 --name phone:80",
+        "--root /r --listen 127.0.0.1:1 --name http://phone", "--root /r --listen 127.0.0.1:1 --what"}) {
+    EXPECT_FALSE(parseOptions(words(wrong), "/opt/bin", options = {}, error)) << wrong;
   }
 }
 

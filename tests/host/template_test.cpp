@@ -24,42 +24,32 @@ class Templates : public ::testing::Test {
   }
 
   host_test::LogCapture log_;
-  host_test::TempFolder root_;
+  TemporaryFolder root_;
   TemplateArena arena_;
   PageContext context_{"German", "46", "status", nullptr};
 };
 
 TEST_F(Templates, EscapeEveryValueOnceForItsPlace) {
-  const struct {
-    const char *value, *text, *attribute;
-  } kCases[] = {
-      {"<b>\"&'", "&lt;b&gt;&quot;&amp;&#39;", "&lt;b&gt;&quot;&amp;&#39;"},
-      {"&lt;b&gt;&quot;&amp;'", "&lt;b&gt;&quot;&amp;&#39;", "&lt;b&gt;&quot;&amp;&#39;"},  // given escaped
-      {"&amp;lt;", "&amp;lt;", "&amp;lt;"},                                                 // one level only
-      {"&#39;&auml;&", "&amp;#39;&amp;auml;&amp;", "&amp;#39;&amp;auml;&amp;"},
-  };
-  for (const auto& row : kCases) {
-    const auto list = TMPL_add_var(nullptr, "v", row.value, nullptr);
-    EXPECT_EQ(render("<p>{{v}}</p>", list), std::string("<p>") + row.text + "</p>");
-    EXPECT_EQ(render("<i title=\"{{v}}\">", list), std::string("<i title=\"") + row.attribute + "\">");
+  for (const auto& [value, expected] : {std::pair{"<b>\"&'", "&lt;b&gt;&quot;&amp;&#39;"},
+                                        {"&lt;b&gt;&quot;&amp;'", "&lt;b&gt;&quot;&amp;&#39;"},  // given escaped
+                                        {"&amp;lt;", "&amp;lt;"},                                // one level only
+                                        {"&#39;&auml;&", "&amp;#39;&amp;auml;&amp;"}}) {
+    const auto list = TMPL_add_var(nullptr, "v", value, nullptr);
+    EXPECT_EQ(render("<p>{{v}}</p><i title=\"{{v}}\">", list),
+              std::string("<p>") + expected + "</p><i title=\"" + expected + "\">");
   }
   const auto evil = TMPL_add_var(nullptr, "v", "javascript:alert(1)", nullptr);
   EXPECT_EQ(render("<a href=\"{{v}}\">", evil), "<a href=\"#\">");
 }
 
 TEST_F(Templates, ShowSectionsByValuesAndLoops) {
-  TMPL_varlist* list = nullptr;
-  for (const auto& [name, value] : {std::pair{"full", "x"}, {"zero", "0"}, {"no", "false"}, {"empty", ""}}) {
-    list = TMPL_add_var(list, name, value, nullptr);
-  }
+  TMPL_varlist* list = TMPL_add_var(nullptr, "full", "x", "zero", "0", "no", "false", "empty", "", nullptr);
   TMPL_loop* rows = TMPL_add_varlist(nullptr, TMPL_add_var(nullptr, "n", "1", "full", "0", nullptr));
   rows = TMPL_add_varlist(rows, TMPL_add_var(nullptr, "n", "2", nullptr));
   list = TMPL_add_loop(TMPL_add_loop(list, "rows", rows), "none", nullptr);
-  std::string text, expected;
-  for (const char* name : {"full", "zero", "no", "empty", "none", "unknown"}) {
-    text += std::string("{{#") + name + "}}" + name + " {{/" + name + "}}{{#" + name + "_off}}-" + name + " {{/" +
-            name + "_off}}";
-  }
+  std::string text;
+  for (const std::string name : {"full", "zero", "no", "empty", "none", "unknown"})
+    text += "{{#" + name + "}}" + name + " {{/" + name + "}}{{#" + name + "_off}}-" + name + " {{/" + name + "_off}}";
   EXPECT_EQ(render(text, list), "full -zero -no -empty -none ");
   EXPECT_EQ(
       render("{{#rows_any}}[{{/rows_any}}{{#rows}}{{n}}{{#full}}!{{/full}}{{zero}};{{/rows}}{{#rows_off}}x{{/rows_off}}"
@@ -90,9 +80,7 @@ TEST_F(Templates, PullInSharedPieces) {
 TEST_F(Templates, NameFileAndLineOfAFault) {
   root_.write("t/include/loop.htm", "{{>LOOP}}");
   root_.write("t/include/open.htm", "a\n{{#x}}");
-  const struct {
-    std::string text, fault;
-  } kCases[] = {
+  const std::pair<std::string, std::string> kCases[] = {
       {"a\n{{b", "page.htm:3: a marker is not closed"},
       {"{{#x}}\n{{#y}}\n{{/x}}", "page.htm:4: section x is not the one to close here"},
       {"a\n\n{{#x}}", "page.htm:4: section x is not closed"},
@@ -103,10 +91,10 @@ TEST_F(Templates, NameFileAndLineOfAFault) {
       {"{{a}}\n\n{{a b}}", "page.htm:4: refused here or shortly before"},
       {"{{#s}}\n{{a:nosuchmodifier}}\n{{/s}}{{b}}", "page.htm:3: refused here or shortly before"},
   };
-  for (const auto& row : kCases) {
+  for (const auto& [text, fault] : kCases) {
     host_test::LogCapture log;
-    EXPECT_EQ(render(row.text, nullptr), "failed") << row.text;
-    EXPECT_NE(log.text().find(row.fault), std::string::npos) << log.text();
+    EXPECT_EQ(render(text, nullptr), "failed") << text;
+    EXPECT_THAT(log.text(), ::testing::HasSubstr(fault));
   }
   host_test::LogCapture log;
   TemplateRenderer renderer(root_.path());
@@ -115,8 +103,8 @@ TEST_F(Templates, NameFileAndLineOfAFault) {
   for (const char* path : {"/t/bare.htm", "/t/none.htm", "/t/../../x", "t/page.htm", "/t"}) {
     EXPECT_FALSE(renderer.render(path, nullptr, context_, out)) << path;
   }
-  EXPECT_NE(log.text().find("bare.htm:1: does not begin with the AUTOESCAPE pragma"), std::string::npos);
-  EXPECT_NE(log.text().find("none.htm:0: cannot be read"), std::string::npos);
+  EXPECT_THAT(log.text(), ::testing::HasSubstr("bare.htm:1: does not begin with the AUTOESCAPE pragma"));
+  EXPECT_THAT(log.text(), ::testing::HasSubstr("none.htm:0: cannot be read"));
 }
 
 TEST_F(Templates, AreReadAgainWhenAPieceChanges) {

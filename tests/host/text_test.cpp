@@ -9,30 +9,26 @@
 namespace host {
 namespace {
 
-using Texts = std::initializer_list<const char*>;
-
 template <class Judge>
-void expectJudged(const Judge& judge, Texts yes, Texts no) {
+void expectJudged(const Judge& judge, std::initializer_list<const char*> yes, std::initializer_list<const char*> no) {
   for (const char* text : yes) EXPECT_TRUE(judge(text)) << text;
   for (const char* text : no) EXPECT_FALSE(judge(text)) << text;
 }
 
 TEST(Fields, AreReadAndCounted) {
-  const struct {
-    std::string_view text, expected;
-  } kCases[] = {
+  const std::pair<std::string_view, std::string_view> kCases[] = {
       {"p=status&q=load", "[p|status][q|load]"},
       {"a+b=c%20d%2B&e", "[a b|c d+][e|]"},
       {"x=1&x=2&&=v", "[x|1][x|2][|v]"},
       {"a=100%&b=%zz&c=%4&d=%41%e4", "[a|100%][b|%zz][c|%4][d|A\xe4]"},
       {"key=OK&@admin:a=b", "[key|OK][@admin:a|b]"},
   };
-  for (const auto& row : kCases) {
+  for (const auto& [text, expected] : kCases) {
     Fields fields;
-    EXPECT_EQ(parseUrlEncoded(row.text, fields), FieldResult::kOk) << row.text;
+    EXPECT_EQ(parseUrlEncoded(text, fields), FieldResult::kOk) << text;
     std::string shown;
     for (const auto& field : fields.all()) shown += "[" + field.name + "|" + field.values.front() + "]";
-    EXPECT_EQ(shown, row.expected);
+    EXPECT_EQ(shown, expected);
   }
   std::string many;
   for (int i = 0; i < 10'001; ++i) many += "a&";

@@ -75,20 +75,17 @@ TEST_F(ControlTest, PatchMerges) {
     "expansionModules":[{"type":5,"hardware":"h"}]})");
   EXPECT_EQ(reply.status, 200);
   EXPECT_EQ(json::parse(reply.body), state());
-  char text[64];
+  char text[64], shortText[8], mode[64];
   netGetLocalIPv4(text, sizeof text);
-  EXPECT_STREQ(text, "10.1.1.1");
-  netGetWanGatewayIPv4(text, 8);
-  EXPECT_STREQ(text, "192.0.2");
-  userenv_get("BOOTMODE", text, sizeof text);
-  EXPECT_STREQ(text, "safemode");
+  netGetWanGatewayIPv4(shortText, sizeof shortText);
+  userenv_get("BOOTMODE", mode, sizeof mode);
+  EXPECT_EQ(std::string(text) + " " + shortText + " " + mode, "10.1.1.1 192.0.2 safemode");
   EXPECT_EQ(GetPhoneType(), 28);
   EXPECT_FALSE(netGetMACText(text, sizeof text) || netIsCableConnected());
   EXPECT_LT(osTime(), std::time(nullptr) - 90);
-  const std::tuple<unsigned, int, int> answers[] = {
-      {0x30007, 0, 0}, {0x30006, 0, 3}, {0x30006, 1, -1}, {0x30006, 2, 6}, {0x3000e, 0, 0x21}};
-  for (const auto& [message, account, answer] : answers) EXPECT_EQ(ask("app_hostapp", message, account), answer);
-
+  const auto registration = [](int account) { return ask("app_hostapp", 0x30006, account); };
+  EXPECT_EQ((std::vector{registration(0), registration(1), registration(2)}), (std::vector{3, -1, 6}));
+  EXPECT_EQ((std::pair{ask("app_hostapp", 0x30007), ask("app_hostapp", 0x3000e)}), (std::pair{0, 0x21}));
   setState(R"({"registration":null,"talking":null,"network":{"localIPv4":null},"bootEnvironment":{"x":null},
     "expansionModules":null})");
   json expected = json::parse(reply.body);
@@ -134,13 +131,16 @@ TEST_F(ControlTest, ConfigIsReadAndStored) {
 }
 
 TEST_F(ControlTest, OtherRequestsAreRefused) {
-  const std::tuple<const char*, const char*, int> requests[] = {
-      {"GET", "", 200},      {"HEAD", "", 200},      {"GET", "simulator.css", 200}, {"GET", "simulator.js", 200},
-      {"GET", "x", 404},     {"PUT", "state", 405},  {"POST", "journal", 405},      {"PATCH", "config", 405},
-      {"DELETE", "", 405},   {"GET", "config", 400}, {"GET", "reboot", 405},        {"DELETE", "state", 405},
-      {"GET", "state/", 404}};
-  for (const auto& [method, path, status] : requests) {
-    EXPECT_EQ(control(method, path).status, status) << method << ' ' << path;
+  const std::pair<int, std::vector<const char*>> requests[] = {
+      {200, {"GET ", "HEAD ", "GET simulator.css", "GET simulator.js"}},
+      {400, {"GET config"}},
+      {404, {"GET x", "GET state/"}},
+      {405, {"PUT state", "POST journal", "PATCH config", "DELETE ", "GET reboot", "DELETE state"}}};
+  for (const auto& [status, all] : requests) {
+    for (const std::string request : all) {
+      const std::size_t blank = request.find(' ');
+      EXPECT_EQ(control(request.substr(0, blank), request.substr(blank + 1)).status, status) << request;
+    }
   }
   EXPECT_EQ(control("GET", "").contentType, "text/html; charset=utf-8");
   EXPECT_EQ(control("GET", "config", "", {{"key", "K"}, {"account", "1x"}}).status, 400);

@@ -1,6 +1,8 @@
 // What the simulator's tests share: short forms of its HTTP control.
 #pragma once
 
+#include <gmock/gmock.h>
+
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -9,6 +11,9 @@
 #include "tests/support/phone_test.h"
 
 namespace fs = std::filesystem;
+using ::testing::Contains;
+using ::testing::HasSubstr;
+using ::testing::Not;
 
 inline simulator::ControlReply control(const std::string& method, const std::string& path, const std::string& body = "",
                                        const std::map<std::string, std::string>& query = {}) {

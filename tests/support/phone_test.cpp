@@ -10,14 +10,27 @@
 
 using nlohmann::json;
 
+namespace fs = std::filesystem;
+
 TemporaryFolder::TemporaryFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "phone_web_XXXXXX").string();
-  path_ = mkdtemp(pattern.data());
+  std::string pattern = (fs::temp_directory_path() / "phone_web_XXXXXX").string();
+  path_ = fs::canonical(mkdtemp(pattern.data()));
 }
 
-TemporaryFolder::~TemporaryFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
+std::string TemporaryFolder::content(const std::string& file) const {
+  std::ifstream stream(path_ / file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void TemporaryFolder::write(const std::string& file, std::string_view content) const {
+  fs::create_directories((path_ / file).parent_path());
+  std::ofstream(path_ / file, std::ios::binary) << content;
+}
+
+std::vector<std::string> TemporaryFolder::list(const std::string& folder) const {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(path_ / folder)) names.push_back(entry.path().filename());
+  return names;
 }
 
 PhoneTest::PhoneTest() {
@@ -95,23 +108,9 @@ std::vector<std::string> PhoneTest::messages() {
   return lines;
 }
 
-std::filesystem::path PhoneTest::file(std::string_view phonePath) const {
-  return root_.path() / "phone" / phonePath.substr(1);
-}
-
-std::string PhoneTest::content(std::string_view phonePath) const {
-  std::ifstream stream(file(phonePath), std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-void PhoneTest::write(std::string_view phonePath, std::string_view text) const {
-  std::filesystem::create_directories(file(phonePath).parent_path());
-  std::ofstream(file(phonePath), std::ios::binary) << text;
-}
-
 std::string PhoneTest::everythingStored() const {
   std::map<std::string, std::string> files;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(file("/"))) {
+  for (const auto& entry : fs::recursive_directory_iterator(file("/"))) {
     const std::string path = "/" + entry.path().lexically_relative(file("/")).string();
     files[path] = entry.is_regular_file() ? content(path) : "";
   }

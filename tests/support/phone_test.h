@@ -11,17 +11,22 @@
 #include "template/template_list.h"
 #include "tests/support/fake_http.h"
 
-// A folder that is gone at the end.
+// A folder that is gone at the end. Files are named by their paths in it.
 class TemporaryFolder {
  public:
   TemporaryFolder();
-  ~TemporaryFolder();
+  ~TemporaryFolder() { std::filesystem::remove_all(path_, ignored_); }
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
   const std::filesystem::path& path() const { return path_; }
+  std::string content(const std::string& file) const;
+  void write(const std::string& file, std::string_view content) const;
+  // Names of what a folder holds.
+  std::vector<std::string> list(const std::string& folder) const;
 
  private:
   std::filesystem::path path_;
+  std::error_code ignored_;
 };
 
 using Values = std::map<std::string, std::string>;
@@ -34,9 +39,6 @@ class PhoneTest : public ::testing::Test {
 
   // Stores values without any message, those of "key=value&key=value" too; "AccountLabel@2" is the key of an account.
   static void setConfig(const std::string& key, const std::string& value);
-  static void setConfig(const std::string& key, int account, const std::string& value) {
-    setConfig(key + "@" + std::to_string(account), value);
-  }
   static void setConfig(const std::string& values);
   // The stored values of keys that are divided by blanks, joined by "|".
   static std::string config(const std::string& keys);
@@ -46,9 +48,9 @@ class PhoneTest : public ::testing::Test {
   // behind it in brackets.
   std::vector<std::string> messages();
 
-  std::filesystem::path file(std::string_view phonePath) const;
-  std::string content(std::string_view phonePath) const;
-  void write(std::string_view phonePath, std::string_view text) const;
+  std::filesystem::path file(const std::string& phonePath) const { return root_.path() / ("phone" + phonePath); }
+  std::string content(const std::string& phonePath) const { return root_.content("phone" + phonePath); }
+  void write(const std::string& phonePath, std::string_view text) const { root_.write("phone" + phonePath, text); }
   // All that the phone keeps: the names and the contents of its files.
   std::string everythingStored() const;
   // The log lines so far, "LEVEL text".
@@ -61,13 +63,9 @@ class PhoneTest : public ::testing::Test {
 };
 
 // Runs one request against a handler.
-template <class Handler>
-RecordingResponse serve(Handler& handler, FakeRequest& request) {
+template <class Handler, class Request>
+RecordingResponse serve(Handler& handler, Request&& request) {
   RecordingResponse response;
   handler.onRequest(&request, &response);
   return response;
-}
-template <class Handler>
-RecordingResponse serve(Handler& handler, FakeRequest&& request) {
-  return serve(handler, request);
 }
