@@ -2,16 +2,12 @@
 //   PAGE[@USER]?FIELD=VALUE&FIELD=VALUE...   as a browser encodes them; a VALUE "@NAME:BYTES" is an uploaded file.
 // The page "filter" is the filter; what follows its "?" is then the query as it came.
 #include <dlfcn.h>
-#include <unistd.h>
-
-#include <cstdlib>
-#include <fstream>
 
 #include "framework/servlet_base.h"
 #include "fuzz/phone.h"
 #include "host/fields.h"
 #include "host/page_table.h"
-#include "platform/phone_root.h"
+#include "host/upload_files.h"
 #include "template/template_list.h"
 #include "tests/support/fake_http.h"
 
@@ -24,24 +20,16 @@ class FuzzedRequest : public FakeRequest {
     if (field == fields.end() || !field->second.starts_with('@')) return FakeRequest::getParameterValues(name);
     std::string_view upload = std::string_view(field->second).substr(1);
     browserName_ = takeUpTo(upload, ':');
-    path_ = store(upload);
-    if (path_.empty()) return nullptr;
+    uploads_.setPattern(uploadTemplate);
+    path_ = uploads_.hasPattern() ? uploads_.open() : "";
+    if (path_.empty() || !uploads_.write(upload)) return nullptr;
     upload_[0] = path_.c_str();
     upload_[1] = browserName_.c_str();
     return upload_;
   }
 
  private:
-  // The path on the phone; empty when the page did not say where uploads go.
-  std::string store(std::string_view bytes) const {
-    std::string file = phonePath(uploadTemplate);
-    const int handle = file.empty() ? -1 : ::mkstemp(file.data());
-    if (handle < 0) return {};
-    ::close(handle);
-    std::ofstream(file, std::ios::binary) << bytes;
-    return uploadTemplate.substr(0, uploadTemplate.size() - 6) + file.substr(file.size() - 6);
-  }
-
+  host::UploadFiles uploads_{fuzzedPhone()};
   std::string path_, browserName_;
   const char* upload_[3] = {};
 };

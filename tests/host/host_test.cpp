@@ -2,24 +2,15 @@
 
 #include <netinet/in.h>
 #include <signal.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <sstream>
 
-#include "host/log.h"
-
 namespace host_test {
 
-LogCapture::LogCapture() {
-  host::setLogSink([this](std::string_view line) {
-    const std::lock_guard lock(mutex_);
-    text_ += std::string(line) + "\n";
-  });
-}
-LogCapture::~LogCapture() {
-  host::setLogSink(nullptr);
+void LogCapture::add(std::string_view line) {
+  const std::lock_guard lock(mutex_);
+  text_.append(line).append("\n");
 }
 
 std::string LogCapture::text() const {
@@ -36,25 +27,11 @@ std::shared_ptr<void> lowLimit(__rlimit_resource resource, rlim_t limit) {
   return {nullptr, [resource, before](void*) { ::setrlimit(resource, &before); }};
 }
 
-std::string Reply::header(const std::string& name) const {
-  const auto at = headers.find(name);
-  return at == headers.end() ? "" : at->second;
-}
-
 Client::Client(std::uint16_t port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
   sockaddr_in address{AF_INET, htons(port), {htonl(INADDR_LOOPBACK)}, {}};
   const timeval patience{30, 0};
   ::setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
   if (::connect(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) close();
-}
-
-void Client::close() {
-  if (socket_ >= 0) ::close(socket_);
-  socket_ = -1;
-}
-
-void Client::finish() {
-  ::shutdown(socket_, SHUT_WR);
 }
 
 bool Client::send(std::string_view bytes) {
@@ -101,40 +78,31 @@ std::string part(const std::string& parameters, std::string_view value) {
   return "--B\r\nContent-Disposition: form-data; " + parameters + "\r\n\r\n" + std::string(value) + "\r\n";
 }
 
-Behaviour& behaviour() {
-  static Behaviour instance;
-  return instance;
-}
-
 namespace {
 class TestFilter final : public HttpListener {
   int onRequest(HttpRequest* request, HttpResponse* response) override {
-    return behaviour().filter ? behaviour().filter(request, response) : 1;
+    return behaviour.filter ? behaviour.filter(request, response) : 1;
   }
 };
 
 class TestPage final : public HttpServlet {
   int onRequest(HttpRequest* request, HttpResponse* response) override {
-    if (behaviour().page) behaviour().page(request, response);
+    if (behaviour.page) behaviour.page(request, response);
     return 1;
   }
-  int destory() override { return ++behaviour().destroyed; }
+  int destory() override { return ++behaviour.destroyed; }
 };
 
-template <class Base, class Object>
-Base* make() {
-  static Object object;
-  return &object;
-}
-
 void* findFactory(const std::string& name) {
-  if (name == "createLoginListener") return reinterpret_cast<void*>(&make<HttpListener, TestFilter>);
-  return name == "createAnyServlet" ? reinterpret_cast<void*>(&make<HttpServlet, TestPage>) : nullptr;
+  static TestFilter filter;
+  static TestPage page;
+  if (name == "createLoginListener") return reinterpret_cast<void*>(+[]() -> HttpListener* { return &filter; });
+  return name == "createAnyServlet" ? reinterpret_cast<void*>(+[]() -> HttpServlet* { return &page; }) : nullptr;
 }
 }  // namespace
 
 ServerTest::ServerTest() {
-  behaviour() = {};
+  behaviour = {};
   root_.write("pages.conf", "# pages\nany = createAnyServlet\ngone = createGoneServlet\n");
   root_.write("phone/www/htdocs/js/app.js", "let a = 1;\n");
   root_.write("tmp/keep", "");
@@ -150,10 +118,6 @@ std::string ServerTest::head(const std::string& method, const std::string& targe
   if (!server_) start();
   return method + " " + target + " HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(server_->port()) + "\r\n" + headers +
          "\r\n";
-}
-
-Reply ServerTest::get(const std::string& target, const std::string& headers) {
-  return ask(head("GET", target, headers));
 }
 
 Reply ServerTest::post(const std::string& target, const std::string& headers, std::string_view body) {

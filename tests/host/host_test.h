@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <functional>
 #include <map>
@@ -12,6 +13,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/log.h"
 #include "host/page_table.h"
 #include "host/server.h"
 #include "tests/support/phone_test.h"
@@ -21,11 +23,14 @@ namespace host_test {
 // Collects log lines while it lives.
 class LogCapture {
  public:
-  LogCapture();
-  ~LogCapture();
+  LogCapture() {
+    host::setLogSink([this](std::string_view line) { add(line); });
+  }
+  ~LogCapture() { host::setLogSink(nullptr); }
   std::string text() const;
 
  private:
+  void add(std::string_view line);
   mutable std::mutex mutex_;
   std::string text_;
 };
@@ -38,7 +43,8 @@ struct Reply {
   std::multimap<std::string, std::string> headers;  // names in lower case
   std::string body;
 
-  std::string header(const std::string& name) const;  // the first, or empty
+  // The first of the name, or empty.
+  std::string header(const std::string& name) const { return headers.count(name) ? headers.find(name)->second : ""; }
 };
 
 // One connection.
@@ -52,14 +58,15 @@ class Client {
   bool send(std::string_view bytes);
   Reply receive(bool hasBody = true);
   Reply ask(std::string_view bytes) { return send(bytes) ? receive() : Reply(); }
-  void finish();  // nothing more will be sent
-  void close();
+  void close() { ::close(std::exchange(socket_, -1)); }
 
  private:
   bool fill();
   int socket_;
   std::string buffer_;
 };
+
+constexpr const char* kForm = "Content-Type: application/x-www-form-urlencoded\r\n";
 
 // A part of a multipart form whose boundary is "B"; "--B--" ends the form.
 std::string part(const std::string& parameters, std::string_view value);
@@ -72,7 +79,7 @@ struct Behaviour {
   std::function<int(HttpRequest*, HttpResponse*)> filter;
   int destroyed = 0;
 };
-Behaviour& behaviour();
+inline Behaviour behaviour;
 
 class ServerTest : public ::testing::Test {
  protected:
@@ -80,7 +87,7 @@ class ServerTest : public ::testing::Test {
   // The server is there from the first request on, unless a test starts it itself.
   void start();
   // GET, or POST with a body, on a connection of its own; `headers` are whole lines with their line ends.
-  Reply get(const std::string& target, const std::string& headers = "");
+  Reply get(const std::string& target, const std::string& headers = "") { return ask(head("GET", target, headers)); }
   Reply post(const std::string& target, const std::string& headers, std::string_view body);
   std::string head(const std::string& method, const std::string& target, const std::string& headers = "");
   // Sends the bytes on a connection of their own.

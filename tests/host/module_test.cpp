@@ -8,8 +8,6 @@ namespace host_test {
 namespace {
 using namespace std::string_literals;
 
-constexpr const char* kForm = "Content-Type: application/x-www-form-urlencoded\r\n";
-
 class ModuleTest : public ServerTest {
  protected:
   ModuleTest() : phone_(root_.path() / "phone-root") {

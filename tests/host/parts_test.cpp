@@ -31,12 +31,13 @@ TEST(SessionStore, KeepsTextsThatAHandlerMayHold) {
   const auto session = store.create(kPerson, kStart);
   const char* first = (session->setAttribute("x", strdup("1")), session->getAttribute("x"));
   session->setAttribute("x", strdup("2"));
-  EXPECT_STREQ(first, "1");
-  EXPECT_STREQ(session->getAttribute("x"), "2");
-  session->invalidate();
-  session->setAttribute("user", strdup("late"));
-  EXPECT_EQ(session->getAttribute("user"), nullptr);
-  EXPECT_EQ(store.size(), 0U);
+  EXPECT_EQ(std::string(first) + session->getAttribute("x"), "12");
+  for (const SessionPointer& ended : {session, store.create(kPerson, kStart)}) {
+    ended->invalidate();
+    ended->setAttribute("user", strdup("late"));
+    EXPECT_EQ(ended->getAttribute("user"), nullptr);
+    EXPECT_EQ(store.size(), 0U);
+  }
 }
 
 TEST(SessionStore, GivesAPlaceToWhatHoldsSomething) {
@@ -55,10 +56,6 @@ TEST(SessionStore, GivesAPlaceToWhatHoldsSomething) {
   EXPECT_EQ(store.find(anonymous, kPerson, kStart), nullptr);
   EXPECT_EQ(store.find(session->id(), kPerson, kStart + 59s), session);
   EXPECT_FALSE(store.find(session->id(), kPerson, kStart + 119s)->valid());  // by the time set before it had a place
-  const auto unplaced = store.create(kPerson, kStart);
-  unplaced->invalidate();
-  unplaced->setAttribute("user", strdup("late"));
-  EXPECT_EQ(store.size(), 0U);
 }
 
 TEST(SessionStore, DropsIdleSessions) {
@@ -161,9 +158,8 @@ TEST(PageTable, LeavesOutWhatTheModuleLacks) {
   const host_test::LogCapture log;
   EXPECT_EQ(parsePageList("a=A\n  b-c = B # note\r\n\n# x\n= C\nd\ne =\n"),
             (std::vector<std::pair<std::string, std::string>>{{"a", "A"}, {"b-c", "B"}}));
-  EXPECT_EQ(log.text(),
-            "page list, line 5: no \"page = factory\"\npage list, line 6: no \"page = factory\"\n"
-            "page list, line 7: no \"page = factory\"\n");
+  for (const char* line : {"5", "6", "7"})
+    EXPECT_THAT(log.text(), ::testing::HasSubstr(std::string("page list, line ") + line + ": no \"page = factory\"\n"));
   const TemporaryFolder folder;
   folder.write("pages.conf", "a = A\n");
   const auto none = [](const std::string&) -> void* { return nullptr; };

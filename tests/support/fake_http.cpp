@@ -20,21 +20,6 @@ void FakeSession::setAttribute(const char* name, char* value) {
   std::free(value);
 }
 
-const char* FakeSession::getAttribute(const char* name) {
-  const auto found = attributes.find(name);
-  return found == attributes.end() ? nullptr : found->second.c_str();
-}
-
-void FakeSession::invalidate() {
-  attributes.clear();
-  invalidated = true;
-}
-
-const char* FakeRequest::getParameter(const char* name) {
-  const auto found = fields.find(name);
-  return found == fields.end() ? nullptr : found->second.c_str();
-}
-
 const char** FakeRequest::getParameterValues(const char* name) {
   values_.clear();
   const auto [first, last] = fields.equal_range(name);
@@ -65,6 +50,11 @@ void RecordingResponse::write(const void* data, int size, int count) {
 }
 
 namespace {
+std::string valueIn(const RecordingResponse::Row& row, const std::string& name) {
+  const char* value = textIn(row, name);
+  return value ? value : "(absent)";
+}
+
 RecordingResponse::Row rowOf(const TMPL_varlist& list) {
   RecordingResponse::Row row;
   for (const TemplateEntry& entry : list.entries) row[std::string(entry.name)] = entry.value;
@@ -87,13 +77,6 @@ void RecordingResponse::renderTemplate(const char* path, TMPL_varlist* list) {
     for (const TMPL_varlist* row : entry.loop->rows) rows.push_back(rowOf(*row));
   }
 }
-
-namespace {
-std::string valueIn(const RecordingResponse::Row& row, const std::string& name) {
-  const auto found = row.find(name);
-  return found == row.end() ? "(absent)" : found->second;
-}
-}  // namespace
 
 std::string RecordingResponse::variable(const std::string& variableNames) const {
   return joinedValues(variableNames, [this](const std::string& name) { return valueIn(variables, name); });

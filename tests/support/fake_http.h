@@ -26,11 +26,18 @@ std::string joinedValues(const std::string& words, ValueOf valueOf) {
   return joined;
 }
 
+// Null when there is none.
+template <class Map>
+const char* textIn(const Map& map, const std::string& name) {
+  const auto found = map.find(name);
+  return found == map.end() ? nullptr : found->second.c_str();
+}
+
 class FakeSession : public HttpSession {
  public:
   void setAttribute(const char* name, char* value) override;
-  const char* getAttribute(const char* name) override;
-  void invalidate() override;
+  const char* getAttribute(const char* name) override { return textIn(attributes, name); }
+  void invalidate() override { attributes.clear(), invalidated = true; }
   void setMaxInactiveInterval(int seconds) override { maxInactive = seconds; }
 
   std::map<std::string, std::string> attributes;
@@ -44,7 +51,7 @@ class FakeRequest : public HttpRequest {
   // FakeRequest{{"p", "status"}, {"q", "load"}}
   FakeRequest(std::initializer_list<std::pair<const std::string, std::string>> values) : fields(values) {}
 
-  const char* getParameter(const char* name) override;
+  const char* getParameter(const char* name) override { return textIn(fields, name); }
   const char** getParameterValues(const char* name) override;
   const char* getRequestURI() override { return uri.c_str(); }
   const char* getRemoteAddr() override { return address.c_str(); }

@@ -1,6 +1,5 @@
 #include "tests/support/phone_test.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -62,14 +61,11 @@ std::string line(const json& entry) {
   const std::string kind = entry.at("kind");
   if (kind == "system")
     return "system " + entry.at("call").get<std::string>() + " " + entry.at("text").get<std::string>();
-  char message[16];
-  std::snprintf(message, sizeof message, "0x%x", entry.at("message").get<unsigned>());
-  const std::string thread = entry.at("thread");
-  std::string text = kind + (thread.empty() ? "" : " " + thread) + " " + message + " " +
-                     std::to_string(entry.at("wParam").get<int>()) + " " +
-                     std::to_string(entry.at("lParam").get<int>());
-  const std::string data = entry.at("data");
-  return data.empty() ? text : text + " [" + data + "]";
+  std::ostringstream text;
+  const std::string thread = entry.at("thread"), data = entry.at("data");
+  text << kind << (thread.empty() ? "" : " ") << thread << " 0x" << std::hex << entry.at("message").get<unsigned>()
+       << " " << entry.at("wParam") << " " << entry.at("lParam") << (data.empty() ? "" : " [" + data + "]");
+  return text.str();
 }
 
 }  // namespace
