@@ -83,7 +83,7 @@ TEST_F(Templates, NameFileAndLineOfAFault) {
   const std::pair<std::string, std::string> kCases[] = {
       {"a\n{{b", "page.htm:3: a marker is not closed"},
       {"{{#x}}\n{{#y}}\n{{/x}}", "page.htm:4: section x is not the one to close here"},
-      {"a\n\n{{#x}}\n", "page.htm:4: section x is not closed"},
+      {"a\n\n{{#x}}\n{{v}}", "page.htm:4: section x is not closed"},
       {"{{>MISSING}}", "page.htm:2: include MISSING is missing"},
       {"{{>../page}}", "page.htm:2: include ../page has no valid name"},
       {"\n{{>LOOP}}", "loop.htm:1: includes nest too deeply"},
