@@ -25,6 +25,9 @@ TEST(MultipartReader, KeepsWhatIsCompleteHoweverTheBodyIsCut) {
       {a + part("filename=\"x\"", "nameless") + "--B--", "<a>1</>"},
       {a + "--B\r\nContent-Disposition: attachment; name=\"z\"\r\n\r\nz\r\n--B--", "<a>1</>"},
       {a + "--B\r\n" + std::string(9000, 'h') + "\r\n\r\nx\r\n--B--", "<a>1</>!"},
+      {a + "--B" + std::string(63, '\t') + part("name=\"b\"", "2").substr(3) + "--B" + std::string(64, '\t') +
+           "\r\n--B--",
+       "<a>1</><b>2\r\n--B" + std::string(64, '\t') + "</>"},
       {a + "--B\r\n\r\nheadless\r\n--B--", "<a>1</>"},
   };
   for (const auto& [body, expected] : kCases) {
