@@ -1,39 +1,26 @@
 // What pages do around their own work: notices, uploads, accounts, files, passwords.
+#include "tests/support/page_test.h"
+
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <fstream>
 
 #include "framework/accounts.h"
 #include "framework/file_password.h"
 #include "framework/file_utils.h"
-#include "framework/notice.h"
 #include "framework/shared_texts.h"
 #include "framework/shell_command.h"
 #include "framework/uploads.h"
-#include "tests/support/phone_test.h"
 
 namespace {
 
-using UtilsTest = PhoneTest;
+using UtilsTest = PageTest;
 using PasswordTest = PhoneTest;
 
-TEST_F(UtilsTest, TheTalkingGuardAndRestarts) {
-  RecordingResponse idle;
-  EXPECT_FALSE(IsInTalking(&idle));
-  EXPECT_TRUE(idle.untouched());
-  EXPECT_EQ(messages(), std::vector<std::string>{"send app_hostapp 0x30007 0 1"});
-  sysReboot(7);
-  EXPECT_EQ(messages().front(), "post app_hostapp 0x10101 7 0");
-}
-
 TEST_F(UtilsTest, NumberOfAccounts) {
-  const struct {
-    int phoneType;
-    const char* accountNum;
-    int accounts;
-  } rows[] = {{28, "1", 16}, {28, "6", 6}, {28, "16", 6}, {26, "1", 13}, {26, "", 3}, {46, "1", 6},
-              {22, "1", 3},  {20, "1", 2}, {21, "9", 2},  {19, "1", 1},  {99, "1", 3}};
+  const std::tuple<int, const char*, int> rows[] = {{28, "1", 16}, {28, "6", 6}, {28, "16", 6}, {26, "1", 13},
+                                                    {26, "", 3},   {46, "1", 6}, {22, "1", 3},  {20, "1", 2},
+                                                    {21, "9", 2},  {19, "1", 1}, {99, "1", 3}};
   for (const auto& [phoneType, accountNum, accounts] : rows) {
     setState("{\"phoneType\":" + std::to_string(phoneType) + "}");
     setConfig("AccountNum", accountNum);
@@ -43,23 +30,20 @@ TEST_F(UtilsTest, NumberOfAccounts) {
 
 TEST_F(UtilsTest, AccountSelector) {
   setState(R"({"phoneType":22})");
-  RecordingResponse page;
-  page.renderTemplate("x", TMPL_add_loop(nullptr, "plain", GetAccountLoop("2", false)));
-  page.renderTemplate("x", TMPL_add_loop(nullptr, "automatic", GetAccountLoop("-1", true)));
-  EXPECT_EQ(page.column("plain", "accountno"), "Account1|Account2|Account3");
-  EXPECT_EQ(page.column("plain", "selected"), "0|0|1");
-  EXPECT_EQ(page.column("automatic", "index"), "-1|0|1|2");
-  EXPECT_EQ(page.column("automatic", "selected"), "1|0|0|0");
+  EXPECT_EQ(columns(GetAccountLoop("2", false), "index accountno selected"),
+            "0|1|2, Account1|Account2|Account3, 0|0|1");
+  EXPECT_EQ(columns(GetAccountLoop("-1", true), "index accountno selected"),
+            "-1|0|1|2, Auto|Account1|Account2|Account3, 1|0|0|0");
 }
 
 TEST_F(UtilsTest, StatusTexts) {
-  const char* texts[] = {"Unknown",      "Disabled",   "Registering", "Registered", "Register Failed",
-                         "Unregistered", "Registered", "Inexistence", "Unknown"};
-  for (int code = -1; code <= 7; ++code) {
+  const auto status = [](const std::string& code) {
     std::string text;
-    MapAccountStatusToString(&text, code);
-    EXPECT_EQ(text, texts[code + 1]) << code;
-  }
+    MapAccountStatusToString(&text, std::stoi(code));
+    return text;
+  };
+  EXPECT_EQ(joinedValues("-1 0 1 2 3 4 5 6 7", status),
+            "Unknown|Disabled|Registering|Registered|Register Failed|Unregistered|Registered|Inexistence|Unknown");
 }
 
 TEST_F(UtilsTest, SipServerOfAnAccount) {
@@ -78,9 +62,9 @@ TEST_F(UtilsTest, SipServerOfAnAccount) {
 
 TEST_F(UtilsTest, RegisteredAccountOfAUri) {
   setState(R"({"registration":[0,2,2]})");
-  setConfig("AccountUserName@0=1000&AccountUserName@1=1000&AccountUserName@2=1000");
-  for (const char* account : {"0", "1", "2"}) {
-    write("/config/user/voip/sipAccount" + std::string(account) + ".cfg", "[sipserver1]\nserver=pbx\n");
+  for (const std::string account : {"0", "1", "2"}) {
+    setConfig("AccountUserName@" + account, "1000");
+    write("/config/user/voip/sipAccount" + account + ".cfg", "[sipserver1]\nserver=pbx\n");
   }
   EXPECT_EQ(GetAccountID("1000@pbx"), 1);
   EXPECT_EQ(GetAccountID("1000@other"), -1);
@@ -90,7 +74,6 @@ TEST_F(UtilsTest, RegisteredAccountOfAUri) {
 TEST_F(UtilsTest, SharedTexts) {
   EXPECT_EQ(readShareText("romTranStat"), "");
   writeShareText("romTranStat", "12345678", 5);
-  EXPECT_LE(readShareText("romTranStat").size(), 5u);
   EXPECT_TRUE(std::string("12345").starts_with(readShareText("romTranStat")));
   writeShareText("romTranStat", "ab", 100);
   EXPECT_EQ(readShareText("romTranStat"), "ab");
@@ -98,33 +81,27 @@ TEST_F(UtilsTest, SharedTexts) {
 
 TEST_F(UtilsTest, UploadsMustFit) {
   write("/data/rings/a", "12345");
-  const std::int64_t used = GetDirSize("/data/rings");
-  const std::int64_t free = GetPartionFreeSize("/data/");
+  const std::int64_t used = GetDirSize("/data/rings"), free = GetPartionFreeSize("/data/");
   ASSERT_GT(free, 1'000'000);
   const char noSpace[] = "No space left!";
-  const struct {
-    const char* folder;
-    bool replace;
-    std::int64_t maximum, reserve;
-    const char* error;
-  } rows[] = {{"/data/nowhere/", true, 100, 0, "Error:The destination folder does not exist!"},
-              {"/data/rings", true, 100, 0, ""},
-              {"/data/rings", false, used + 101, 0, ""},
-              {"/data/rings", false, used + 100, 0, noSpace},
-              {"/data/rings", true, 99, 0, noSpace},
-              {"/data/rings", true, 1000, free + 1'000'000, noSpace}};
+  const std::tuple<const char*, bool, std::int64_t, std::int64_t, std::string> rows[] = {
+      {"/data/nowhere/", true, 100, 0, "Error:The destination folder does not exist!"},
+      {"/data/rings", true, 100, 0, ""},
+      {"/data/rings", false, used + 101, 0, ""},
+      {"/data/rings", false, used + 100, 0, noSpace},
+      {"/data/rings", true, 99, 0, noSpace},
+      {"/data/rings", true, 1000, free + 1'000'000, noSpace}};
   FakeRequest request;
   request.contentLength = 100;
+  std::string error;
   for (const auto& [folder, replace, maximum, reserve, expected] : rows) {
-    std::string error;
-    EXPECT_EQ(CheckUploadFile(&request, "/data/", folder, &error, replace, maximum, reserve), !*expected);
+    error.clear();
+    EXPECT_EQ(CheckUploadFile(&request, "/data/", folder, &error, replace, maximum, reserve), expected.empty());
     EXPECT_EQ(error, expected);
   }
-  std::string error;
   EXPECT_FALSE(CheckUploadFile(nullptr, "/data/", "/data/rings", &error, true, 1000, 0));
   RecordingResponse response;
-  EXPECT_TRUE(CheckConfigFreeSize(&request, &response, "/config/none", false));
-  EXPECT_TRUE(response.untouched());
+  EXPECT_TRUE(CheckConfigFreeSize(&request, &response, "/config/none", false) && response.untouched());
 }
 
 TEST_F(UtilsTest, CommandsAreTheirWords) {
@@ -157,42 +134,34 @@ TEST_F(UtilsTest, ACommandWithARefusedPathDoesNotRun) {
     EXPECT_EQ(CommandShell(command), -1);
     EXPECT_TRUE(log.back().starts_with("4 CommandShell() path refused: ")) << log.back();
   }
-  EXPECT_EQ(messages(), std::vector<std::string>{});
+  EXPECT_EQ(messages(), Messages{});
   EXPECT_TRUE(everythingStored() == before);
   EXPECT_TRUE(std::filesystem::exists(outside / "kept"));
 }
 
 TEST_F(UtilsTest, FilesAndFolders) {
-  write("/data/x/b.JS", "12345");
-  write("/data/x/a.js", "1");
-  write("/data/x/.js", "");
-  write("/data/x/c.txt", "");
+  for (const auto& [name, text] : Values{{"b.JS", "12345"}, {"a.js", "1"}, {".js", ""}, {"c.txt", ""}}) {
+    write("/data/x/" + name, text);
+  }
   std::list<std::string> names{"first"};
   EXPECT_TRUE(ReadFiles::FindFiles(names, "/data/x", ".js", false, false));
-  names.sort();
-  EXPECT_EQ(names, (std::list<std::string>{"", "a", "b", "first"}));
-  names.clear();
   EXPECT_TRUE(ReadFiles::FindFiles(names, "/data/x/", "TXT", true, true));
-  EXPECT_EQ(names, std::list<std::string>{"/data/x/c.txt"});
   EXPECT_FALSE(ReadFiles::FindFiles(names, "/data/none", "", false, false));
-  EXPECT_EQ(names.size(), 1u);
+  names.sort();
+  EXPECT_EQ(names, (std::list<std::string>{"", "/data/x/c.txt", "a", "b", "first"}));
   EXPECT_EQ(GetFileSize("/data/x/b.JS"), 5);
   EXPECT_EQ(GetFileSize("/data/x/none"), -1);
   std::filesystem::create_symlink("/", file("/data/x/link"));
-  const auto folder = [&](const char* path) {
-    struct stat status {};
-    lstat(file(path).c_str(), &status);
-    return static_cast<int>(status.st_size);
-  };
-  EXPECT_EQ(GetDirSize("/data/x"), folder("/data/x") + 6 + 1);
+  struct stat folder {};
+  ASSERT_EQ(lstat(file("/data/x").c_str(), &folder), 0);
+  EXPECT_EQ(GetDirSize("/data/x"), folder.st_size + 6 + 1);
   EXPECT_EQ(GetDirSize("/data/none"), 0);
   EXPECT_EQ(log.back(), "4 filename : /data/none, error info : No such file or directory");
   EXPECT_TRUE(RenameUploadFile("/data/x/a.js", "/data/x/c.txt"));
   EXPECT_EQ(content("/data/x/c.txt"), "1");
   EXPECT_FALSE(RenameUploadFile("/data/x/a.js", "/data/x/c.txt"));
   EXPECT_TRUE(replaceFile("/data/x/c.txt", "new"));
-  EXPECT_FALSE(replaceFile("/data/none/c.txt", "new"));
-  EXPECT_FALSE(replaceFile("/data/../../c.txt", "new"));
+  for (const char* none : {"/data/none/c.txt", "/data/../../c.txt"}) EXPECT_FALSE(replaceFile(none, "new")) << none;
   std::string text;
   EXPECT_TRUE(readFile("/data/x/c.txt", text));
   EXPECT_EQ(text, "new");
@@ -200,18 +169,18 @@ TEST_F(UtilsTest, FilesAndFolders) {
 }
 
 TEST_F(PasswordTest, HashesBlocksOfEightWithOneSalt) {
-  EXPECT_EQ(filePassword::GetEncryptedText("secret12", "ab"), "abhv/ZnAzL36k");
-  const std::string hash = filePassword::GetEncryptedText("12345678123456781", "abcdefghijklm");
+  const auto& encrypt = filePassword::GetEncryptedText;
+  EXPECT_EQ(encrypt("secret12", "ab"), "abhv/ZnAzL36k");
+  const std::string hash = encrypt("12345678123456781", "abcdefghijklm");
   EXPECT_EQ(hash.size(), 39u);
   EXPECT_EQ(hash.substr(0, 13), hash.substr(13, 13));
-  EXPECT_EQ(hash.substr(26, 2), "ab");
-  EXPECT_EQ(filePassword::GetEncryptedText("", nullptr).size(), 13u);
-  EXPECT_EQ(filePassword::GetEncryptedText(nullptr, "ab"), filePassword::GetEncryptedText("", "ab"));
-  EXPECT_EQ(filePassword::GetEncryptedText("12345678123456781", hash.c_str()), hash);
-  const std::string other = filePassword::GetEncryptedText("12345678123456782", hash.c_str());
-  EXPECT_EQ(other.substr(0, 26), hash.substr(0, 26));
+  EXPECT_EQ(encrypt("12345678123456781", hash.c_str()), hash);
+  const std::string other = encrypt("12345678123456782", hash.c_str());
+  EXPECT_EQ(other.substr(0, 28), hash.substr(0, 26) + "ab");
   EXPECT_NE(other.substr(26), hash.substr(26));
-  EXPECT_EQ(filePassword::GetEncryptedText("x", "!!invalid salt"), "");
+  EXPECT_EQ(encrypt("", nullptr).size(), 13u);
+  EXPECT_EQ(encrypt(nullptr, "ab"), encrypt("", "ab"));
+  EXPECT_EQ(encrypt("x", "!!invalid salt"), "");
   std::string output = ">";
   EncryptString("secret12", output, "ab");
   EXPECT_EQ(output, ">abhv/ZnAzL36k");
@@ -220,22 +189,19 @@ TEST_F(PasswordTest, HashesBlocksOfEightWithOneSalt) {
 TEST_F(PasswordTest, EntriesKeepTheirPlace) {
   write("/config/data/htpasswd", "a:abhv/ZnAzL36k\nno colon\nb:x:y\na:second\nlast:abhv/ZnAzL36k");
   filePassword file(kPasswordFile);
-  EXPECT_TRUE(file.IsRightUserPassword("a", "secret12"));
-  EXPECT_TRUE(file.IsRightUserPassword("last", "secret12"));
-  EXPECT_FALSE(file.IsRightUserPassword("a", "secret1"));
-  EXPECT_FALSE(file.IsRightUserPassword("A", "secret12"));
-  EXPECT_FALSE(file.IsRightUserPassword("no colon", ""));
-  EXPECT_FALSE(file.IsRightUserPassword(nullptr, nullptr));
+  for (const char* user : {"a", "last"}) EXPECT_TRUE(file.IsRightUserPassword(user, "secret12")) << user;
+  using Pair = std::pair<const char*, const char*>;
+  for (const auto& [user, password] : {Pair{"a", "secret1"}, {"A", "secret12"}, {"no colon", ""}, {nullptr, nullptr}}) {
+    EXPECT_FALSE(file.IsRightUserPassword(user, password)) << password;
+  }
   EXPECT_FALSE(file.SetUserPassword("a", "secret12"));
-  EXPECT_TRUE(file.SetUserPassword("last", "other"));
-  EXPECT_TRUE(file.SetUserPassword("new", "pass"));
-  EXPECT_TRUE(file.RemoveUser("b"));
+  EXPECT_TRUE(file.SetUserPassword("last", "other") && file.SetUserPassword("new", "pass") && file.RemoveUser("b"));
   EXPECT_FALSE(file.RemoveUser("b"));
   file.SaveToFile(kPasswordFile);
   const std::string saved = content("/config/data/htpasswd");
   EXPECT_TRUE(saved.starts_with("a:abhv/ZnAzL36k\na:second\nlast:ab")) << saved;
-  EXPECT_TRUE(filePassword(kPasswordFile).IsRightUserPassword("new", "pass"));
-  EXPECT_TRUE(filePassword(kPasswordFile).IsRightUserPassword("last", "other"));
+  const filePassword again(kPasswordFile);
+  EXPECT_TRUE(again.IsRightUserPassword("new", "pass") && again.IsRightUserPassword("last", "other")) << saved;
   EXPECT_FALSE(filePassword("/config/none").IsRightUserPassword("a", "secret12"));
 }
 

@@ -15,30 +15,20 @@
 
 namespace {
 
-using namespace std::string_literals;
-
 TEST(Text, EscapesEachCharacterOnceAndBoundsTheResult) {
-  const Values rows = {{"a<b>&\"c\"", "a&lt;b&gt;&amp;&quot;c&quot;"},
-                       {"&amp;", "&amp;amp;"},
-                       {std::string(600, 'a'), std::string(600, 'a')},
-                       {"&" + std::string(600, 'a'), "&amp;" + std::string(506, 'a')}};
-  for (const auto& [text, escaped] : rows) {
-    std::string changed = text;
-    ReplaceSpecailStrs(changed);
-    EXPECT_EQ(changed, escaped);
-  }
-  std::string quotes(1000, '"');
-  ReplaceSpecailStrs(quotes);
-  EXPECT_EQ(quotes.size(), 511u);
+  const auto escaped = [](std::string text) { return ReplaceSpecailStrs(text), text; };
+  EXPECT_EQ(joinedValues("a<b>&\"c\" &amp;", escaped), "a&lt;b&gt;&amp;&quot;c&quot;|&amp;amp;");
+  EXPECT_EQ(escaped(std::string(600, 'a')), std::string(600, 'a'));
+  EXPECT_EQ(escaped("&" + std::string(600, 'a')), "&amp;" + std::string(506, 'a'));
+  EXPECT_EQ(escaped(std::string(1000, '"')).size(), 511u);
 }
 
 TEST(Text, Replaces) {
   std::string text = "aaa";
   EXPECT_EQ(ReplaceStr(&text, "aa", "b"), 0);
   EXPECT_EQ(text, "ba");
-  EXPECT_EQ(ReplaceStr(&text, "x", "y"), -1);
+  for (const char* from : {"x", ""}) EXPECT_EQ(ReplaceStr(&text, from, "y"), -1);
   EXPECT_EQ(ReplaceStr(nullptr, "x", "y"), -1);
-  EXPECT_EQ(ReplaceStr(&text, "", "y"), -1);
   text = "abab";
   ReplaceStrByStr(text, "ab", "xabx");
   ReplaceStrByStr(text, "", "endless");
@@ -65,40 +55,33 @@ TEST(Text, QuotingLeavesNothingToTheShellOrTheQuery) {
 }
 
 TEST(Text, TakesNamesApart) {
-  for (const auto& [text, trimmed] : Values{{"  a b  ", "a b"}, {"   ", ""}}) {
-    std::string changed = text;
-    removeSpace(changed);
-    EXPECT_EQ(changed, trimmed);
-  }
-  std::string name;
-  for (const auto& [path, file] :
-       Values{{"C:\\fake\\path\\a.rom", "a.rom"}, {"/tmp/a\\b/c.rom", "c.rom"}, {"plain", "plain"}}) {
-    EXPECT_TRUE(GetSimpleUpdateFileName(path.c_str(), &name));
-    EXPECT_EQ(name, file);
-  }
+  const auto trimmed = [](std::string text) { return removeSpace(text), text; };
+  EXPECT_EQ(trimmed("  a b  ") + trimmed("   "), "a b");
+  std::string name, label = "kept";
+  const auto file = [&](const std::string& path) { return GetSimpleUpdateFileName(path.c_str(), &name) ? name : "-"; };
+  EXPECT_EQ(joinedValues("C:\\fake\\path\\a.rom /tmp/a\\b/c.rom plain", file), "a.rom|c.rom|plain");
   EXPECT_FALSE(GetSimpleUpdateFileName(nullptr, &name));
-  std::string label = "kept";
-  EXPECT_EQ(GetRealRingName("Ring1.wav", &label) + "/" + label, "/kept");
-  EXPECT_EQ(GetRealRingName("Config:a:b.wav", &label) + "/" + label, "a:b.wav/Config");
-  EXPECT_EQ(GetRealRingName((std::string(300, 'x') + ":f").c_str(), &label) + "/" + label,
-            "f/" + std::string(255, 'x'));
+  const auto ring = [&](const std::string& text) { return GetRealRingName(text.c_str(), &label) + "/" + label; };
+  EXPECT_EQ(joinedValues("Ring1.wav Config:a:b.wav", ring), "/kept|a:b.wav/Config");
+  EXPECT_EQ(ring(std::string(300, 'x') + ":f"), "f/" + std::string(255, 'x'));
 }
 
 TEST(Lists, SplitPickAndSort) {
-  for (const auto& [text, pieces] :
-       Values{{"a,,b", "[a][][b]"}, {"a,b,", "[a][b]"}, {",a", "[][a]"}, {"whole", "[whole]"}, {"", "[old]"}}) {
+  const auto split = [](const std::string& text) {
     OrbList<std::string> list;
     list.push_back("old");
     String2List(list, text, ',');
     std::string joined;
     for (const std::string& piece : list) joined += "[" + piece + "]";
-    EXPECT_EQ(joined, pieces);
-  }
+    return joined;
+  };
+  EXPECT_EQ(joinedValues("a,,b a,b, ,a whole", split), "[a][][b]|[a][b]|[][a]|[whole]");
+  EXPECT_EQ(split(""), "[old]");
   std::list<std::string> names{"b", "\xC3\xA4", "B", ""};
   EXPECT_EQ(GetStringListByIndex(names, 2), "B");
   EXPECT_EQ(GetStringListByIndex(names, 4) + GetStringListByIndex(names, -1), "");
   sortStringListByName(&names, true);
-  EXPECT_EQ(names, (std::list{""s, "B"s, "b"s, "\xC3\xA4"s}));
+  EXPECT_EQ(names, (std::list<std::string>{"", "B", "b", "\xC3\xA4"}));
   sortStringListByName(&names, false);
   EXPECT_EQ(names.front(), "\xC3\xA4");
   sortStringListByName(nullptr, true);
@@ -107,25 +90,20 @@ TEST(Lists, SplitPickAndSort) {
 TEST(Lists, OrbListMovesCopiesAndErases) {
   OrbList<std::string> list;
   for (const char* text : {"a", "b", "c"}) list.push_back(text);
-  OrbList<std::string> copy = list;
-  OrbList<std::string> moved = std::move(list);
+  OrbList<std::string> copy = list, moved = std::move(list);
   EXPECT_TRUE(list.empty());
   list.push_back("again");
   copy.swap(list);
   EXPECT_EQ(copy.front() + list.back(), "againc");
   moved.erase(++moved.begin());
-  EXPECT_EQ(moved.size(), 2u);
   EXPECT_EQ(moved.front() + moved.back(), "ac");
-  moved.erase(moved.begin());
-  moved.erase(moved.begin());
+  for (int i = 0; i < 2; ++i) moved.erase(moved.begin());
   EXPECT_TRUE(moved.begin() == moved.end());
 }
 
 TEST(Lists, OrbHashMapKeepsEntriesApartInOneBucket) {
   OrbHashMap<std::string, int> map(1);
-  map.set("a", 1);
-  map.set("b", 2);
-  map.set("a", 3);
+  for (const auto& [key, value] : {std::pair("a", 1), {"b", 2}, {"a", 3}}) map.set(key, value);
   EXPECT_EQ(*map.find("a") + *map.find("b"), 5);
   EXPECT_EQ(map.size(), 2u);
   map.clear();
@@ -149,27 +127,27 @@ TEST(Base64, EncodesAndDecodes) {
   EXPECT_EQ(base64_encode("Ma", 2, &made), 4);
   EXPECT_STREQ(made, "TWE=");
   std::free(made);
-  EXPECT_EQ(GetBase64Value('/'), 63);
-  EXPECT_EQ(GetBase64Value('*'), 0);
+  EXPECT_EQ(GetBase64Value('/') + GetBase64Value('*'), 63);
 }
 
 TEST(Dates, Formats) {
-  const struct {
-    const char* local;
-    int dateFormat, timeFormat;
-    const char* text;
-  } rows[] = {{"2013-07-04 00:05", 2, 0, "2013-07-04 12:05AM"},  {"2013-07-04 12:05", 0, 0, "Thu Jul 04 12:05PM"},
-              {"2013-07-04 13:05", 1, 0, "04-Jul-2013 01:05PM"}, {"2013-07-04 09:05", 3, 0, "04/07/2013 09:05AM"},
-              {"2009-07-04 23:59", 4, 1, "07/04/9 23:59"},       {"2013-12-01 00:00", 5, 1, "01 Dec 2013 00:00"},
-              {"2013-12-01 00:00", 6, 1, "Sun 01 Dec 00:00"},    {"2013-12-01 00:00", 7, 2, " "}};
-  for (const auto& [when, dateFormat, timeFormat, text] : rows) {
+  // The local time as formats of date and time show it.
+  const auto shown = [](const char* when, int dateFormat, int timeFormat) {
     std::tm local{};
     strptime(when, "%Y-%m-%d %H:%M", &local);
     local.tm_isdst = -1;
     std::string part1, part2, part3, separator, time;
     EXPECT_TRUE(LocalTime2StrTime(std::mktime(&local), part1, part2, part3, separator, time, dateFormat, timeFormat));
-    EXPECT_EQ(part1 + separator + part2 + separator + part3 + " " + time, text);
-  }
+    return part1 + separator + part2 + separator + part3 + " " + time;
+  };
+  EXPECT_EQ(shown("2013-07-04 12:05", 0, 0), "Thu Jul 04 12:05PM");
+  EXPECT_EQ(shown("2013-07-04 13:05", 1, 0), "04-Jul-2013 01:05PM");
+  EXPECT_EQ(shown("2013-07-04 00:05", 2, 0), "2013-07-04 12:05AM");
+  EXPECT_EQ(shown("2013-07-04 09:05", 3, 0), "04/07/2013 09:05AM");
+  EXPECT_EQ(shown("2009-07-04 23:59", 4, 1), "07/04/9 23:59");
+  EXPECT_EQ(shown("2013-12-01 00:00", 5, 1), "01 Dec 2013 00:00");
+  EXPECT_EQ(shown("2013-12-01 00:00", 6, 1), "Sun 01 Dec 00:00");
+  EXPECT_EQ(shown("2013-12-01 00:00", 7, 2), " ");
   EXPECT_EQ(GetMonth(0) + GetMonth(13) + GetWeeday(-1) + GetWeeday(7), "");
 }
 
@@ -180,10 +158,9 @@ TEST(Tables, UniquenessIsSeenAtCompileTime) {
 }
 
 TEST(Images, AreKnownByTheirFirstBytes) {
-  for (const auto& [bytes, type] : std::map<std::string, int>{
-           {"BM1234", 1}, {"\xFF\xD8\xFF", 2}, {"\x89PNG\r\n\x1A\n...", 3}, {"GIF89a", 0}, {"", 0}}) {
-    EXPECT_EQ(GetImageTypeByData(bytes), type) << bytes;
-  }
+  const auto type = [](const std::string& bytes) { return std::to_string(GetImageTypeByData(bytes)); };
+  EXPECT_EQ(joinedValues("BM1234 \xFF\xD8\xFF GIF89a", type), "1|2|0");
+  EXPECT_EQ(type("\x89PNG\r\n\x1A\n...") + type(""), "30");
 }
 
 }  // namespace

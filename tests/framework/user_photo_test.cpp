@@ -22,25 +22,24 @@ class UserPhotoTest : public PhoneTest {
     return content("/tmp/kind");
   }
   bool has(const std::string& name) const { return std::filesystem::exists(file(name)); }
-  static int process(const std::string& destination, long limit = 5'000'000) {
-    return ProcessUserPhoto("/tmp/source", destination.c_str(), 126, 126, limit);
+  // The result of the picture, which is gone then.
+  int process(const std::string& destination, long limit = 5'000'000) {
+    const int result = ProcessUserPhoto("/tmp/source", destination.c_str(), 126, 126, limit);
+    EXPECT_FALSE(has("/tmp/source"));
+    return result;
   }
 };
 
 TEST_F(UserPhotoTest, FillsTheSizeInTheFormatOfTheDestination) {
-  const struct {
-    const char *format, *destination, *kind;
-  } cases[] = {{"png", "a.png", "PNG 126 126"},
-               {"jpeg", "a.JPG", "JPEG 126 126"},
-               {"bmp", "a.bmp", "BMP3 126 126"},
-               {"jpeg", "b.png", "PNG 126 126"},
-               {"png", "without suffix", "PNG 126 126"}};
-  for (const auto& [format, destination, expected] : cases) {
+  using Row = std::tuple<std::string, std::string, std::string>;
+  for (const auto& [format, name, expected] : {Row{"png", "a.png", "PNG"},
+                                               {"jpeg", "a.JPG", "JPEG"},
+                                               {"bmp", "a.bmp", "BMP3"},
+                                               {"jpeg", "b.png", "PNG"},
+                                               {"png", "without suffix", "PNG"}}) {
     make("200x80 gradient:red-blue", format);
-    const std::string path = std::string("/data/userdata/contact-image/") + destination;
-    EXPECT_EQ(process(path), 1) << format << ' ' << destination;
-    EXPECT_EQ(kind(path), expected);
-    EXPECT_FALSE(has("/tmp/source"));
+    EXPECT_EQ(process("/data/userdata/contact-image/" + name), 1) << format << ' ' << name;
+    EXPECT_EQ(kind("/data/userdata/contact-image/" + name), expected + " 126 126");
   }
   make("40x40 xc:red", "png");
   EXPECT_EQ(ProcessUserPhoto("/tmp/source", "/data/userdata/wallpaper/w.png", 480, 272, 5242280), 1);
@@ -48,11 +47,11 @@ TEST_F(UserPhotoTest, FillsTheSizeInTheFormatOfTheDestination) {
 }
 
 TEST_F(UserPhotoTest, NamesAreNamesAndNothingElse) {
-  for (const char* name : {"with blanks.png", "it's \"quoted\".png", "$(touch x) `touch x`;touch x&.png",
-                           "gr\xc3\xbc\xc3\x9f.png", "-resize.png", "png:a%d[0]*?.png", "@list.png", "\\n\t.png"}) {
+  for (const std::string name :
+       {"with blanks.png", "it's \"quoted\".png", "$(touch x) `touch x`;touch x&.png", "gr\xc3\xbc\xc3\x9f.png",
+        "-resize.png", "png:a%d[0]*?.png", "@list.png", "\\n\t.png"}) {
     make("10x10 xc:red", "png");
-    const std::string source = std::string("/tmp/") + name,
-                      destination = std::string("/data/userdata/wallpaper/") + name;
+    const std::string source = "/tmp/" + name, destination = "/data/userdata/wallpaper/" + name;
     std::filesystem::rename(file("/tmp/source"), file(source));
     EXPECT_EQ(ProcessUserPhoto(source.c_str(), destination.c_str(), 20, 20, 10'000), 1) << name;
     EXPECT_EQ(kind(destination), "PNG 20 20") << name;
@@ -67,21 +66,16 @@ TEST_F(UserPhotoTest, TooManyPixelsAreSaidSo) {
   // Heads that claim far more than is there, at the place of each format.
   make("10x10 xc:red", "jpeg");
   const std::size_t jpegSize = content("/tmp/source").find("\xff\xc0") + 5;
-  const struct {
-    const char *picture, *format;
-    std::size_t place;
-    std::string bytes;
-    int result;
-  } cases[] = {{"10x10 xc:red", "png", 16, std::string("\0\1\x86\xa0\0\1\x86\xa0", 8), 2},
-               {"10x10 xc:red", "bmp", 18, std::string("\x60\xea\0\0\x60\xea\0\0", 8), 2},
-               {"10x10 xc:red", "jpeg", jpegSize, "\xff\xff\xff\xff", 2},
-               {"5000x4000 xc:red", "png", 0, "", 2},
-               {"4000x4000 xc:red", "png", 0, "", 1}};
-  for (const auto& [picture, format, place, bytes, result] : cases) {
+  const std::tuple<std::string, std::string, std::size_t, std::string, int> rows[] = {
+      {"10x10 xc:red", "png", 16, std::string("\0\1\x86\xa0\0\1\x86\xa0", 8), 2},
+      {"10x10 xc:red", "bmp", 18, std::string("\x60\xea\0\0\x60\xea\0\0", 8), 2},
+      {"10x10 xc:red", "jpeg", jpegSize, "\xff\xff\xff\xff", 2},
+      {"5000x4000 xc:red", "png", 0, "", 2},
+      {"4000x4000 xc:red", "png", 0, "", 1}};
+  for (const auto& [picture, format, place, bytes, result] : rows) {
     make(picture, format);
-    if (!bytes.empty()) write("/tmp/source", content("/tmp/source").replace(place, bytes.size(), bytes));
+    write("/tmp/source", content("/tmp/source").replace(place, bytes.size(), bytes));
     EXPECT_EQ(process("/data/userdata/wallpaper/a.png"), result) << format;
-    EXPECT_FALSE(has("/tmp/source"));
   }
 }
 
@@ -90,46 +84,38 @@ TEST_F(UserPhotoTest, WhatIsNoPictureLeavesTheOldOne) {
   write(wallpaper, "old");
   make("10x10 xc:red", "png");
   const std::string whole = content("/tmp/source");
-  const std::string broken[] = {"",
-                                "BM",
-                                "\xff\xd8",
-                                "GIF89a",
-                                whole.substr(0, 60),
-                                whole.substr(0, 8) + "<svg/>",
-                                "push graphic-context\nimage over 0,0 0,0 'msl:x'"};
-  for (const std::string& bytes : broken) {
+  const std::string text = "push graphic-context\nimage over 0,0 0,0 'msl:x'";
+  for (const std::string& bytes : std::initializer_list<std::string>{
+           "", "BM", "\xff\xd8", "GIF89a", whole.substr(0, 60), whole.substr(0, 8) + "<svg/>", text}) {
     write("/tmp/source", bytes);
     EXPECT_EQ(process(wallpaper), 0) << bytes;
-    EXPECT_FALSE(has("/tmp/source"));
   }
   write("/tmp/source", whole);
   EXPECT_EQ(process(wallpaper, static_cast<long>(whole.size()) - 1), 0);
   EXPECT_EQ(process(wallpaper), 0);
   EXPECT_EQ(content(wallpaper), "old");
-  write("/tmp/source", whole);
-  EXPECT_EQ(process("/data/userdata/wallpaper"), 0);
-  EXPECT_EQ(process("/data/nowhere/a.png"), 0);
+  for (const char* destination : {"/data/userdata/wallpaper", "/data/nowhere/a.png"}) {
+    write("/tmp/source", whole);
+    EXPECT_EQ(process(destination), 0) << destination;
+  }
   EXPECT_FALSE(has(wallpaper + ".new"));
 }
 
 using UserPhotoScriptTest = PhoneTest;
 
 TEST_F(UserPhotoScriptTest, OnlyTheResultOfThisPictureCounts) {
-  const struct {
-    const char* script;
-    int result;
-  } cases[] = {{"exit 1", 0},
-               {"echo ' 1 ' > tmp/imageScale.out", 1},
-               {"echo 1 > tmp/imageScale.out; exit 3", 1},
-               {"printf 2 > tmp/imageScale.out", 2},
-               {"echo -7 > tmp/imageScale.out", -7},
-               {"echo one > tmp/imageScale.out", 0},
-               {"echo 'result: 2 of 3' > tmp/imageScale.out", 2},
-               {": > tmp/imageScale.out", 0},
-               {"echo 99999999999 > tmp/imageScale.out", 0},
-               {"printf '%s|' \"$@\" > tmp/arguments", 0}};
+  const std::pair<std::string, int> cases[] = {{"exit 1", 0},
+                                               {"echo ' 1 ' > tmp/imageScale.out", 1},
+                                               {"echo 1 > tmp/imageScale.out; exit 3", 1},
+                                               {"printf 2 > tmp/imageScale.out", 2},
+                                               {"echo -7 > tmp/imageScale.out", -7},
+                                               {"echo one > tmp/imageScale.out", 0},
+                                               {"echo 'result: 2 of 3' > tmp/imageScale.out", 2},
+                                               {": > tmp/imageScale.out", 0},
+                                               {"echo 99999999999 > tmp/imageScale.out", 0},
+                                               {"printf '%s|' \"$@\" > tmp/arguments", 0}};
   for (const auto& [script, result] : cases) {
-    write("/phone/scripts/imageScale.sh", std::string("#!/bin/sh\n") + script + "\n");
+    write("/phone/scripts/imageScale.sh", "#!/bin/sh\n" + script + "\n");
     write("/tmp/source", "x");
     write("/tmp/imageScale.out", "1\n");
     EXPECT_EQ(ProcessUserPhoto("/tmp/source", "/data/a b.png", 126, 272, 5'000'000'000), result) << script;

@@ -92,6 +92,19 @@ void PageTest::expectSaves(const std::vector<Save>& saves) {
   }
 }
 
+std::string PageTest::columns(const RecordingResponse& page, const std::string& loop, const std::string& names) {
+  std::istringstream words(names);
+  std::string all, separator;
+  for (std::string name; words >> name; separator = ", ") all += separator + page.column(loop, name);
+  return all;
+}
+
+std::string PageTest::columns(TMPL_loop* loop, const std::string& names) {
+  RecordingResponse page;
+  page.renderTemplate("x", TMPL_add_loop(nullptr, "rows", loop));
+  return columns(page, "rows", names);
+}
+
 void PageTest::expectStored(const std::string& values) {
   for (const auto& [key, value] : fieldsOf(values)) EXPECT_EQ(config(key), value) << key;
 }

@@ -45,6 +45,9 @@ class PageTest : public PhoneTest {
   // Expects each save to lead back to the form, of the account that was saved, and to do what its row says.
   void expectSaves(const std::vector<Save>& saves);
   void expectStored(const std::string& values);
+  // Columns of a loop, their names divided by blanks: "1|2|3, 0|1|0".
+  static std::string columns(const RecordingResponse& page, const std::string& loop, const std::string& names);
+  static std::string columns(TMPL_loop* loop, const std::string& names);
 
   FakeSession session;
 };
