@@ -4,16 +4,23 @@
 
 namespace {
 
+using namespace std::string_literals;
+
 class FilterTest : public PhoneTest {
  protected:
   FilterTest() { pageHandler("login").init(); }
 
-  // The filter's decision over a request for `query`, its fields taken from it as they stand.
-  int run(const std::string& query) {
+  // The filter's decision over a request for `query`, its fields taken from it as they stand: 1 or 0, and behind it an
+  // error's number or the address of a redirect.
+  std::string run(const std::string& query) { return run(query, fieldsOf(query)); }
+  std::string run(const std::string& query, const Fields& fields) {
     request.uri = "/servlet?" + query;
-    request.fields = fieldsOf(query);
+    request.fields = fields;
     response = RecordingResponse();
-    return pageFilter().onRequest(&request, &response);
+    std::string decision = std::to_string(pageFilter().onRequest(&request, &response));
+    if (response.status != 200) decision += " " + std::to_string(response.status);
+    for (const std::string& address : response.redirects) decision += " " + address;
+    return decision;
   }
 
   FakeRequest request;
@@ -21,7 +28,7 @@ class FilterTest : public PhoneTest {
 };
 
 TEST_F(FilterTest, StrangersAreSentToTheLoginFormAndBack) {
-  const std::string form = "/servlet?p=login&q=loginForm&jumpto=";
+  const std::string form = "0 /servlet?p=login&q=loginForm&jumpto=";
   const Values rows = {
       {"p=network&q=load", "network"},
       {"q=load&x=1", "URI&q=load&x=1"},
@@ -34,42 +41,30 @@ TEST_F(FilterTest, StrangersAreSentToTheLoginFormAndBack) {
       {"p=contacts-preview&q=load", "contactsbasic"},
       {"p=dsskey&model=1", "dsskey&model=1"},
   };
-  for (const auto& [query, target] : rows) {
-    EXPECT_EQ(run(query), 0) << query;
-    EXPECT_EQ(response.redirects, std::vector<std::string>{form + target}) << query;
-  }
-  request.fields = {{"p", "a&q=write\r\nX: y"}};
-  request.uri = "/servlet?p=a%26q";
-  response = RecordingResponse();
-  EXPECT_EQ(pageFilter().onRequest(&request, &response), 0);
-  EXPECT_EQ(response.redirects[0], form + "a%26q%3Dwrite%0D%0AX%3A%20y");
+  for (const auto& [query, target] : rows) EXPECT_EQ(run(query), form + target) << query;
+  EXPECT_EQ(run("p=a%26q", {{"p", "a&q=write\r\nX: y"}}), form + "a%26q%3Dwrite%0D%0AX%3A%20y");
 }
 
 TEST_F(FilterTest, OpenPagesAndLoggedInSessionsPass) {
-  EXPECT_EQ(run("p=login&q=loginForm"), 1);
-  EXPECT_EQ(run("p=command"), 1);
-  EXPECT_EQ(run("push&p=x"), 1);
+  for (const char* query : {"p=login&q=loginForm", "p=command", "push&p=x"}) EXPECT_EQ(run(query), "1") << query;
   EXPECT_EQ(log.back(), "4 pushXML() don't have remoteIP, or ip don't match, or xmlvalue is error.");
-  EXPECT_EQ(run("p=Login"), 0);
+  EXPECT_NE(run("p=Login"), "1");
   request.ownSession.attributes["user"] = "user";
-  EXPECT_EQ(run("p=network&q=load"), 1);
-  EXPECT_TRUE(response.untouched());
-  EXPECT_EQ(run(""), 1);
-  EXPECT_EQ(run("key=OK"), 1);
-  EXPECT_EQ(response.status, 401);
+  EXPECT_EQ(run("key=OK"), "1 401");
   setConfig("AURILimitIP", "any");
-  messages();
-  EXPECT_EQ(run("key=OK&@nobody:nothing"), 1);
-  EXPECT_TRUE(response.untouched());
+  for (const char* query : {"p=network&q=load", "", "key=OK&@nobody:nothing"}) {
+    EXPECT_EQ(run(query), "1") << query;
+    EXPECT_TRUE(response.untouched()) << query;
+  }
   EXPECT_EQ(messages().back(), "post app_hostapp 0x30017 0 0 [key=OK&RIP=192.0.2.7]");
 }
 
 TEST_F(FilterTest, SafeModeOpensEveryNamedPage) {
   setState(R"({"bootEnvironment":{"BOOTMODE":"safemode"}})");
-  EXPECT_EQ(run("p=network&q=load"), 1);
-  EXPECT_EQ(run("q=load"), 0);
+  EXPECT_EQ(run("p=network&q=load"), "1");
+  EXPECT_NE(run("q=load"), "1");
   setState(R"({"bootEnvironment":{"BOOTMODE":"safemode2"}})");
-  EXPECT_EQ(run("p=network&q=load"), 0);
+  EXPECT_NE(run("p=network&q=load"), "1");
 }
 
 TEST_F(FilterTest, ActionUriNeedsCredentials) {
@@ -77,21 +72,19 @@ TEST_F(FilterTest, ActionUriNeedsCredentials) {
   for (const char* query : {"key=OK", "key=OK&@admin:wrong", "key=OK&@admin", "key=OK&@:admin", "number=1&@x:y",
                             "phonecfg=get", "redirectcall=1", "forward=1", "Server=x"}) {
     pageHandler("login").init();
-    EXPECT_EQ(run(query), 0) << query;
-    EXPECT_EQ(response.status, 401) << query;
-    EXPECT_EQ(response.headers,
-              (std::vector<std::pair<std::string, std::string>>{{"WWW-Authenticate", "Basic realm=\"VOIP PHONE\""}}));
+    EXPECT_EQ(run(query), "0 401") << query;
+    ASSERT_EQ(response.headers.size(), 1u);
+    EXPECT_EQ(response.headers[0], std::pair("WWW-Authenticate"s, "Basic realm=\"VOIP PHONE\""s));
     EXPECT_TRUE(request.ownSession.attributes.empty()) << query;
   }
   pageHandler("login").init();
-  setConfig("ReLogOffTime", "5");
-  EXPECT_EQ(run("key=OK&@admin:admin"), 1);
-  EXPECT_EQ(request.ownSession.attributes["user"], "admin");
-  EXPECT_EQ(request.ownSession.maxInactive, 300);
-  request.ownSession = FakeSession();
-  setConfig("ReLogOffTime", "");
-  EXPECT_EQ(run("key=OK&@var:var"), 1);
-  EXPECT_EQ(request.ownSession.maxInactive, -1);
+  for (const auto& [minutes, seconds] : {std::pair("5", 300), {"", -1}}) {
+    setConfig("ReLogOffTime", minutes);
+    request.ownSession = FakeSession();
+    EXPECT_EQ(run("key=OK&@admin:admin"), "1");
+    EXPECT_EQ(request.ownSession.attributes["user"], "admin");
+    EXPECT_EQ(request.ownSession.maxInactive, seconds);
+  }
 }
 
 TEST_F(FilterTest, CredentialsOfACommandGoThroughTheDoorOfTheLogin) {
@@ -100,32 +93,28 @@ TEST_F(FilterTest, CredentialsOfACommandGoThroughTheDoorOfTheLogin) {
     request.fields = {{"q", "login"}, {"username", "admin"}, {"pwd", password}};
     return serve(pageHandler("login"), request);
   };
-  EXPECT_EQ(run("key=OK&@var:var"), 0);  // switched off
+  EXPECT_EQ(run("key=OK&@var:var"), "0 401");  // switched off
   EXPECT_EQ(logIn("wrong").status, 401);
-  EXPECT_EQ(run("key=OK&@admin:wrong"), 0);
-  for (const char* query : {"key=OK&@admin:admin", "key=OK&@user:user"}) {
-    EXPECT_EQ(run(query), 0) << query;
-    EXPECT_EQ(response.status, 401);
+  for (const char* user : {"admin:wrong", "admin:admin", "user:user"}) {
+    EXPECT_EQ(run("key=OK&@"s + user), "0 401") << user;
   }
   EXPECT_TRUE(logIn("admin").body.starts_with("You are not authorized"));
   EXPECT_TRUE(request.ownSession.attributes.empty());
   setState(R"({"clockOffset":181})");
-  EXPECT_EQ(run("key=OK&@admin:wrong"), 0);
-  EXPECT_EQ(run("key=OK&@admin:admin"), 1);  // a success forgets the failures
-  for (int i = 0; i < 2; ++i) EXPECT_EQ(run("key=OK"), 1);
-  request.ownSession = FakeSession();
-  for (int i = 0; i < 2; ++i) EXPECT_EQ(run("key=OK&@admin:wrong"), 0);
-  EXPECT_EQ(run("key=OK&@admin:admin"), 1);
+  for (const char* wrongs : {"x", "xx"}) {  // a success forgets the failures
+    request.ownSession = FakeSession();
+    for (const char* wrong = wrongs; *wrong; ++wrong) EXPECT_EQ(run("key=OK&@admin:wrong"), "0 401");
+    EXPECT_EQ(run("key=OK&@admin:admin"), "1");
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(run("key=OK"), "1");
+  }
 }
 
 TEST_F(FilterTest, ClientsThatAreNotTrustedAreNotLoggedIn) {
   setConfig("AURILimitIP", "10.0.0.1");
   messages();
-  EXPECT_EQ(run("key=OK&@admin:admin"), 1);
-  EXPECT_EQ(response.status, 401);
+  EXPECT_EQ(run("key=OK&@admin:admin"), "1 401");
   EXPECT_TRUE(request.ownSession.attributes.empty());
-  EXPECT_EQ(messages(),
-            std::vector<std::string>{"system syslog 6 Action URI: IP(192.0.2.7) Action(Permission Denied !)"});
+  EXPECT_EQ(messages(), Messages{"system syslog 6 Action URI: IP(192.0.2.7) Action(Permission Denied !)"});
 }
 
 TEST_F(FilterTest, ALoginNameIsNeverTakenForAnotherIdentity) {
@@ -134,7 +123,7 @@ TEST_F(FilterTest, ALoginNameIsNeverTakenForAnotherIdentity) {
   write("/config/data/htpasswd", "root" + hash + "user" + hash + "joe" + hash + "admin" + hash);
   for (const auto& [name, user] : Values{{"root", "root"}, {"joe", "joe"}, {"user", "var"}, {"admin", ""}}) {
     request.ownSession = FakeSession();
-    EXPECT_EQ(run("key=OK&@" + name + ":secret12"), 1) << name;
+    EXPECT_EQ(run("key=OK&@" + name + ":secret12"), "1") << name;
     EXPECT_EQ(request.ownSession.attributes.at("user"), user) << name;
   }
 }
@@ -159,23 +148,20 @@ TEST_F(FilterTest, QueryIsCutAndLoggedWithoutSecrets) {
 }
 
 TEST_F(FilterTest, DebugLevelFollowsTheConfiguration) {
-  const std::pair<const char*, WebDebug::LEVER> rows[] = {
-      {"3", WebDebug::LEVER(2)}, {"5", WebDebug::LEVER(1)},  {"6", WebDebug::LEVER(0)}, {"9", WebDebug::LEVER(0)},
-      {"x", WebDebug::LEVER(2)}, {"-1", WebDebug::LEVER(2)}, {"4", WebDebug::LEVER(1)}, {"7", WebDebug::LEVER(1)}};
-  for (const auto& [configured, level] : rows) {
+  const auto level = [&](const std::string& configured) {
     setConfig("ServerLogLevel", configured);
     run("p=login");
-    EXPECT_EQ(WebDebug::getInstance().debugLevel(), level) << configured;
-  }
+    return std::to_string(static_cast<int>(WebDebug::getInstance().debugLevel()));
+  };
+  EXPECT_EQ(joinedValues("3 5 6 9 x -1 4 7", level), "2|1|0|0|2|2|1|1");
 }
 
 TEST_F(FilterTest, LanguageAndModelReachTheRenderer) {
   std::filesystem::remove_all(file("/phone/www/htdocs/language"));
-  const struct {
-    const char *added, *configured, *language;
-  } rows[] = {{"", "English", ""}, {"German.JS", "Klingon", "German"}, {"English.js", "English", "English"}};
-  for (const auto& [added, configured, language] : rows) {
-    if (*added) write(std::string("/phone/www/htdocs/language/") + added, "");
+  using Row = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [added, configured, language] :
+       {Row{"", "English", ""}, {"German.JS", "Klingon", "German"}, {"English.js", "English", "English"}}) {
+    if (*added) write("/phone/www/htdocs/language/"s + added, "");
     setConfig("LanguageWebLang", configured);
     run("p=login");
     EXPECT_EQ(request.language, language);

@@ -6,6 +6,7 @@ namespace {
 constexpr char kLockedOut[] =
     "You are not authorized to access the web interface.\n\nPlease contact your support team or try again 3 minutes "
     "later.\n\n\nHTTP 401";
+constexpr char kStatus[] = "/servlet?p=status&q=load";
 constexpr char kWrong[] = "The username or password is error!";
 
 class LoginTest : public PhoneTest {
@@ -21,6 +22,17 @@ class LoginTest : public PhoneTest {
     request.fields = std::move(more);
     request.fields.emplace("q", "loginForm");
     return serve(page, request);
+  }
+  // Brings an Action URI to the form, from where the login is to go on.
+  std::string ask(const std::string& uri) {
+    request.uri = "/servlet?p=login&q=loginForm&jumpto=URI&" + uri;
+    return form({{"jumpto", "URI"}}).variable("jumpto");
+  }
+  // Where a login goes on whose own address ends like that.
+  std::string landing(const std::string& more = "") {
+    request.uri = "/servlet?p=login&q=login" + more;
+    const Messages redirects = logIn("admin", "admin", {{"jumpto", "URI"}}).redirects;
+    return redirects.size() == 1 ? redirects[0] : "";
   }
 
   HttpServlet& page = pageHandler("login");
@@ -42,9 +54,7 @@ TEST_F(LoginTest, RightPasswordOpensThePageAskedFor) {
       {{{"jumpto", std::string(80, 'x')}}, "p=status&q=load"},
   };
   for (const auto& [fields, target] : rows) {
-    const RecordingResponse answer = logIn("admin", "admin", fields);
-    EXPECT_EQ(answer.redirects, Messages{"/servlet?" + target});
-    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(logIn("admin", "admin", fields).redirects, Messages{"/servlet?" + target});
   }
   EXPECT_EQ(request.ownSession.attributes["user"], "admin");
   EXPECT_EQ(request.ownSession.maxInactive, 600);
@@ -69,10 +79,11 @@ TEST_F(LoginTest, ThirdFailureLocksTheClientOutForThreeMinutes) {
     EXPECT_EQ(answer.variable("notice username"), std::string(kWrong) + "|admin");
   }
   EXPECT_EQ(form().variable("notice"), kWrong);
-  const RecordingResponse third = logIn("admin", "nope");
-  EXPECT_EQ(third.body, kLockedOut);
-  EXPECT_EQ(third.status, 200);
-  EXPECT_EQ(logIn("admin", "admin").body, kLockedOut);
+  for (const char* password : {"nope", "admin"}) {
+    const RecordingResponse answer = logIn("admin", password);
+    EXPECT_EQ(answer.body, kLockedOut);
+    EXPECT_EQ(answer.status, 200);
+  }
   setState(R"({"clockOffset":178})");
   EXPECT_EQ(form().body, kLockedOut);
   request.address = "192.0.2.8";
@@ -85,9 +96,7 @@ TEST_F(LoginTest, ThirdFailureLocksTheClientOutForThreeMinutes) {
 }
 
 TEST_F(LoginTest, SuccessForgetsFailures) {
-  logIn("admin", "x");
-  logIn("admin", "x");
-  logIn("admin", "admin");
+  for (const char* password : {"x", "x", "admin"}) logIn("admin", password);
   EXPECT_EQ(form().variable("notice"), "(absent)");
   logIn("admin", "x");
   EXPECT_EQ(logIn("admin", "x").status, 401);
@@ -96,53 +105,34 @@ TEST_F(LoginTest, SuccessForgetsFailures) {
 }
 
 TEST_F(LoginTest, VarMayBeSwitchedOff) {
-  setConfig("AdvancedVarEnabled", "0");
-  EXPECT_EQ(logIn("var", "var").status, 401);
-  EXPECT_TRUE(request.ownSession.attributes.empty());
-  setConfig("AdvancedVarEnabled", "1");
-  EXPECT_EQ(logIn("var", "var").redirects.size(), 1u);
+  for (const auto& [enabled, status] : {std::pair("0", 401), {"1", 200}}) {
+    setConfig("AdvancedVarEnabled", enabled);
+    EXPECT_EQ(logIn("var", "var").status, status);
+    EXPECT_EQ(request.ownSession.attributes.empty(), status == 401);
+  }
 }
 
 TEST_F(LoginTest, ActionUriGoesOnAfterTheLoginOnce) {
-  const Fields jump = {{"jumpto", "URI"}};
-  request.uri = "/servlet?p=login&q=loginForm&jumpto=URI&key=OK&x=URI&y";
-  form(jump);
-  request.uri = "/servlet?p=login&q=loginForm&jumpto=URI&key=CANCEL";
-  EXPECT_EQ(form(jump).variable("jumpto"), "URI");
-  const std::string login = "/servlet?p=login&q=login";
-  const std::pair<std::string, const char*> rows[] = {
-      {"", "/servlet?key=OK&x=URI&y"},
-      {"", "/servlet?p=status&q=load"},
-      {"&jumpto=URI&number=1", "/servlet?number=1"},
-      {"&jumpto=URI&number=1" + std::string(80, '2'), "/servlet?p=status&q=load"}};
-  for (const auto& [more, target] : rows) {
-    request.uri = login + more;
-    EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{target});
-  }
+  for (const char* uri : {"key=OK&x=URI&y", "key=CANCEL"}) EXPECT_EQ(ask(uri), "URI");
+  EXPECT_EQ(landing(), "/servlet?key=OK&x=URI&y");
+  EXPECT_EQ(landing(), kStatus);
+  EXPECT_EQ(landing("&jumpto=URI&number=1"), "/servlet?number=1");
+  EXPECT_EQ(landing("&jumpto=URI&number=1" + std::string(80, '2')), kStatus);
 }
 
 TEST_F(LoginTest, OnlyItsOwnClientGoesOnWithACommandAndNeverToAPage) {
-  const Fields jump = {{"jumpto", "URI"}};
-  const std::string front = "/servlet?p=login&q=loginForm&jumpto=URI&";
-  const std::string status = "/servlet?p=status&q=load";
-  request.uri = front + "key=OK";
-  form(jump);
+  ask("key=OK");
   request.address = "192.0.2.8";
-  request.uri = "/servlet?p=login&q=login";
-  EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{status});
+  EXPECT_EQ(landing(), kStatus);
   request.address = "192.0.2.7";
-  EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{"/servlet?key=OK"});
-  for (const char* planted :
+  EXPECT_EQ(landing(), "/servlet?key=OK");
+  for (const std::string planted :
        {"p=security&q=write&mode=var", "x=1&p=security", "x&%70=security", "x&%70", "p", "x=1&&p=1&", "x=1&p", ""}) {
-    request.uri = front + planted;
-    form(jump);
-    request.uri = "/servlet?p=login&q=login";
-    EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{status}) << planted;
-    request.uri = front + planted;
-    EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{status}) << planted;
+    ask(planted);
+    EXPECT_EQ(landing(), kStatus) << planted;
+    EXPECT_EQ(landing("&jumpto=URI&" + planted), kStatus) << planted;
   }
-  request.uri = front + "key=\r\nSet-Cookie: a=b\"%";
-  EXPECT_EQ(logIn("admin", "admin", jump).redirects, Messages{"/servlet?key=%0D%0ASet-Cookie:%20a=b%22%25"});
+  EXPECT_EQ(landing("&jumpto=URI&key=\r\nSet-Cookie: a=b\"%"), "/servlet?key=%0D%0ASet-Cookie:%20a=b%22%25");
 }
 
 TEST_F(LoginTest, FormCarriesWhatItNeeds) {

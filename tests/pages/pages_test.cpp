@@ -1,5 +1,6 @@
 // What holds for all pages.
 #include <set>
+#include <utility>
 
 #include "tests/support/page_test.h"
 
@@ -13,8 +14,7 @@ TEST_F(PageTest, UnknownActions) {
   for (const auto& [page, factory] : pageList()) {
     for (const char* action : {"Load", "", "write "}) {
       RecordingResponse answer = run(page, action, "acc=0");
-      EXPECT_EQ(answer.status, ignoring.contains(page) ? 200 : 404) << page;
-      answer.status = 200;
+      EXPECT_EQ(std::exchange(answer.status, 200), ignoring.contains(page) ? 200 : 404) << page;
       EXPECT_TRUE(answer.untouched()) << page;
     }
   }
@@ -39,6 +39,44 @@ TEST_F(PageTest, NothingIsSavedDuringACall) {
     EXPECT_EQ(announced(), "") << page;
     EXPECT_TRUE(everythingStored() == before) << page;
   }
+}
+
+TEST_F(PageTest, SavesAreStoredAndAnnounced) {
+  setConfig("AURILimitIP=any&JitterAdaptive=1");
+  const char acd[] = "EnableACDAutoAvailable=1&ACDAutoAvailableTime=90", paging[] = "ListenAddress7Label=<shop>";
+  expectSaves({
+      {"account-basic", "var_accountID=1&AccountMissCallLog=0", "broadcast 0x10007 3 1"},
+      {"account-basic", "var_accountID=1&AccountAutoAnswerSwitch=1&AccountRing=Resource:Ring2.wav",
+       "post app_hostapp 0x10007 13 0; broadcast 0x10007 3 1",
+       "AccountRing@1=Resource:Ring2.wav&AccountAutoAnswerSwitch@0=0"},
+      {"account-adv", "var_accountID=1&MessageVoiceNumber1=500&MessageVoiceNumber0=x",
+       "broadcast 0x10007 2 0; broadcast 0x10007 3 1", "AccountVoiceMailNumber@1=500&AccountVoiceMailNumber@0="},
+      {"contacts-multicastIP", paging, "broadcast 0x10007 42 0", paging},
+      {"contacts-multicastIP", paging, ""},
+      {"features-acd", acd, "post app_hostapp 0x10007 39 0", acd},
+      {"features-acd", acd, "", acd},
+      {"features-acd"},
+      {"features-audio", "", "broadcast 0x10007 11 0"},
+      {"features-callpickup", "GPickupSwitch=1&BSFTActive=9", "", "GPickupSwitch=1&BSFTActive=0"},
+      {"features-intercom", "IntercomMuteSwitch=1", "post app_hostapp 0x10007 29 0", "IntercomMuteSwitch=1"},
+      {"features-intercom", "IntercomMuteSwitch=1", ""},
+      {"features-transfer", "TransferModeViaDsskey=2", "", "TransferModeViaDsskey=2"},
+      {"features-transfer", "SemiAttendedTranSwitch=0", "broadcast 0x10007 28 0", "SemiAttendedTranSwitch=0"},
+      {"features-bluetooth", "BluetoothSwitch=1", "post bluetooththread 0xa59 1 0", "BluetoothSwitch=1"},
+      {"features-bluetooth", "BluetoothSwitch=1", ""},
+      {"features-actionurl", "AUMute=a/$ip&AURemoteIP=x", "broadcast 0x10007 38 0", "AUMute=a/$ip&AURemoteIP="},
+      {"features-remotecontrl", "AURILimitIP=any", "", "AURIShowMsgBoxEnable=0"},
+      {"features-remotecontrl", "AURILimitIP=10.*.*.*", "", "AURIShowMsgBoxEnable=1"},
+      {"hidden", "HeadsetSend=7&BSFTActive=1", "broadcast 0x10007 28 0", "HeadsetSend=7&BSFTActive=0"},
+      {"settings-areacode", "AreaCode=7", "post app_hostapp 0x10007 18 0", "AreaCode=7"},
+      {"settings-areacode", "", "post app_hostapp 0x10007 18 0"},
+      {"settings-tones", "ToneDial=425/0", "broadcast 0x10007 12 0", "ToneDial=425/0"},
+      {"settings-tones", "", "broadcast 0x10007 12 0"},
+      {"settings-voice", "JitterType=0&JitterAdaptive=9", "broadcast 0x10007 17 0", "JitterAdaptive=0"},
+      {"settings-tr069", "TR069ServerPassword=********", "", "TR069ServerPassword="},
+      {"settings-tr069", "TR069ServerPassword=secret", "broadcast 0x10007 23 0", "TR069ServerPassword=secret"},
+      {"settings-tr069", "TR069ServerURL=http://acs", "broadcast 0x10007 23 0", "TR069ServerURL=http://acs"},
+  });
 }
 
 // What each page that can restart the phone tells on the way, and what it stores before.

@@ -41,16 +41,22 @@ class RenderingResponse : public RecordingResponse {
 
 // What the first group of a pattern matches in a text.
 Names matches(const std::string& text, const std::string& pattern) {
-  Names names;
   const std::regex regex(pattern);
-  for (std::sregex_iterator match(text.begin(), text.end(), regex), end; match != end; ++match)
-    names.insert((*match)[1]);
-  return names;
+  return {std::sregex_token_iterator(text.begin(), text.end(), regex, 1), {}};
+}
+std::string contentOf(const std::filesystem::path& path) {
+  std::ifstream in(path);
+  return {std::istreambuf_iterator<char>(in), {}};
 }
 // The names in a template's markers, without the endings that only conditions have.
 constexpr char kUsed[] = R"(\{\{[#/]?(\w+?)(?:_off|_any)?(?::[^}]*)?\}\})";
 // The names whose values the page shows, not only asks for.
 constexpr char kShown[] = R"(\{\{(\w+)\}\})";
+
+// The keys whose levels a page brings along.
+Names levelsOf(const Rendered& page) {
+  return matches(page.variables.value("ShowLevel", ""), R"(([\w-]+)=)");
+}
 
 void collect(const nlohmann::json& variables, Names& names) {
   for (const auto& [name, value] : variables.items()) {
@@ -131,12 +137,16 @@ TEST_P(WalkTest, TemplatesAndHandlersAgree) {
     for (const Rendered& rendered : scenarios(page)) collect(rendered.variables, given);
     const Rendered shown = open(page);
     ASSERT_FALSE(shown.html.empty()) << page;
-    const Names used = matches(templateText(shown.templatePath), kUsed);
+    const std::string text = templateText(shown.templatePath);
+    const Names levels = levelsOf(shown);
+    for (const std::string& key : matches(text, R"re(data-level="([^"]*)")re")) {
+      EXPECT_TRUE(levels.contains(key)) << page << ": data-level " << key;
+    }
+    const Names used = matches(text, kUsed);
     for (const std::string& name : used) EXPECT_TRUE(given.contains(name)) << page << " uses " << name;
     const Values unused = walkRecord(page).unused;
     for (const std::string& name : given) {
-      if (ofTheHost.contains(name)) continue;
-      EXPECT_NE(used.contains(name), unused.contains(name)) << page << " and the use of " << name;
+      EXPECT_NE(used.contains(name) || ofTheHost.contains(name), unused.contains(name)) << page << " and " << name;
     }
   }
 }
@@ -162,8 +172,7 @@ TEST_P(WalkTest, HostileTextStaysTextAndJsonAgreesWithHtml) {
       setConfig(name, hostile + name);
       setConfig(name + "@0", hostile + name);
     }
-    const std::string levels = open(page).variables.value("ShowLevel", "");
-    for (const std::string& key : matches(levels, R"(([\w-]+)=)")) setConfig(key, "\"><script>");
+    for (const std::string& key : levelsOf(open(page))) setConfig(key, "\"><script>");
     for (const char* key : {"DevtypeLoginNote", "PhoneFirmware"}) setConfig(key, hostile);
     write("/config/user/voip/sipAccount0.cfg", "[sipserver1]\nserver=" + hostile + "\nport=" + hostile + "\n");
     setState(nlohmann::json{{"hardwareVersion", hostile},
@@ -200,36 +209,16 @@ TEST_P(WalkTest, EveryFieldOfAFormIsStored) {
   }
 }
 
-// The keys before "=" in a factory file.
-Names factoryKeys(const std::string& text) {
-  return matches("\n" + text, R"(\n([\w-]+) *=)");
-}
-
-TEST_P(WalkTest, EveryLevelIsGivenAndHasADefault) {
-  const Names known = factoryKeys(content("/phone/factory/global.ini"));
-  for (const std::string& page : forms()) {
-    const Rendered shown = open(page);
-    const Names levels = matches(shown.variables.value("ShowLevel", ""), R"(([\w-]+)=)");
-    for (const std::string& key : levels) EXPECT_TRUE(known.contains(key)) << page << ": no default for " << key;
-    for (const std::string& key : matches(templateText(shown.templatePath), R"re(data-level="([^"]*)")re")) {
-      EXPECT_TRUE(levels.contains(key)) << page << ": data-level " << key;
-    }
-  }
-}
-
 // Which keys there are stands in the handlers' tables.
 TEST(FactoryTest, EveryKeyOfATableHasADefault) {
   Names known;
-  for (const char* name : {"global.ini", "account.ini"}) {
-    std::ifstream in(PHONE_WEB_ROOTFS "/phone/factory/" + std::string(name));
-    known.merge(factoryKeys({std::istreambuf_iterator<char>(in), {}}));
-  }
+  for (const char* name : {PHONE_WEB_ROOTFS "/phone/factory/global.ini", PHONE_WEB_ROOTFS "/phone/factory/account.ini"})
+    known.merge(matches("\n" + contentOf(name), R"(\n([\w-]+) *=)"));
   const std::regex table(R"(constexpr const char\* k\w*(?:Keys|Items|Menu|Tabs|Switches)\[\] = \{([^}]*)\})");
   std::size_t tables = 0;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(PHONE_WEB_SOURCE "/servlet")) {
     if (!entry.is_regular_file()) continue;
-    std::ifstream in(entry.path());
-    const std::string source(std::istreambuf_iterator<char>(in), {});
+    const std::string source = contentOf(entry.path());
     for (std::sregex_iterator match(source.begin(), source.end(), table), end; match != end; ++match, ++tables) {
       for (const std::string& key : matches((*match)[1], R"re("([^"]*)")re")) {
         EXPECT_TRUE(known.contains(key)) << entry.path() << ": no default for " << key;
