@@ -30,22 +30,21 @@ TEST_F(FeaturePages, PhoneLockKeepsThePinAsAHash) {
 }
 
 TEST_F(FeaturePages, GeneralAnnouncesEachGroupOnItsOwn) {
-  const std::pair<std::string, std::string> rows[] = {
-      {"HotlineNumber", ""},
-      {"ForwardInternationalEnable", "broadcast 0x10007 1 0"},
-      {"CallWaitingOffCode", "post app_hostapp 0x10007 11 0"},
-      {"BroadsoftFeatureKeySync", "broadcast 0x10007 37 0"},
-      {"LCDLogo", "post app_hostapp 0x10007 21 0"},
-      {"TextLogo", "post app_hostapp 0x10007 21 0"},
-      {"CallCompletionSwitch", "post app_hostapp 0x10007 32 0"},
-      {"SaveCallLogSwitch", "post app_hostapp 0x10007 40 0"},
-      {"ClosePowerLight", "post app_hostapp 0x10007 90 0"},
-      {"LogonWizard", "broadcast 0x10007 28 0"},
-      {"PayloadType", "broadcast 0x10007 42 0"},
-      {"AutoRedialTimes", "post app_hostapp 0x10007 26 0"},
-      {"Dtmfrep", "broadcast 0x10007 17 0"},
-      {"BLFLedOffInIdle", "post app_hostapp 0x30029 0 0"},
-  };
+  const std::string post = "post app_hostapp 0x10007 ", broadcast = "broadcast 0x10007 ";
+  const std::pair<std::string, std::string> rows[] = {{"HotlineNumber", ""},
+                                                      {"ForwardInternationalEnable", broadcast + "1 0"},
+                                                      {"CallWaitingOffCode", post + "11 0"},
+                                                      {"BroadsoftFeatureKeySync", broadcast + "37 0"},
+                                                      {"LCDLogo", post + "21 0"},
+                                                      {"TextLogo", post + "21 0"},
+                                                      {"CallCompletionSwitch", post + "32 0"},
+                                                      {"SaveCallLogSwitch", post + "40 0"},
+                                                      {"ClosePowerLight", post + "90 0"},
+                                                      {"LogonWizard", broadcast + "28 0"},
+                                                      {"PayloadType", broadcast + "42 0"},
+                                                      {"AutoRedialTimes", post + "26 0"},
+                                                      {"Dtmfrep", broadcast + "17 0"},
+                                                      {"BLFLedOffInIdle", "post app_hostapp 0x30029 0 0"}};
   std::string fields, messages;
   for (const auto& [key, message] : rows) {
     expectSaves({{"features-general", key + "=77", message, key + "=77"}});
