@@ -112,7 +112,7 @@ TEST_F(FilterTest, CredentialsOfACommandGoThroughTheDoorOfTheLogin) {
 TEST_F(FilterTest, ClientsThatAreNotTrustedAreNotLoggedIn) {
   setConfig("AURILimitIP", "10.0.0.1");
   messages();
-  EXPECT_EQ(run("key=OK&@admin:admin"), "1 401");
+  EXPECT_EQ(run("key=OK&@admin:admin"), "0 401");
   EXPECT_TRUE(request.ownSession.attributes.empty());
   EXPECT_EQ(messages(), Messages{"system syslog 6 Action URI: IP(192.0.2.7) Action(Permission Denied !)"});
 }
