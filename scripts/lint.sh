@@ -19,10 +19,10 @@ mapfile -t shells < <(files '*.sh')
 shellcheck "${shells[@]}" run test .ci/run || failed=1
 
 mapfile -t scripts < <(files '*.js' '*.mjs')
-tests/lint/node_modules/.bin/eslint --config tests/lint/eslint.config.mjs --max-warnings 0 "${scripts[@]}" || failed=1
+scripts/lint/node_modules/.bin/eslint --config scripts/lint/eslint.config.mjs --max-warnings 0 "${scripts[@]}" || failed=1
 
 mapfile -t styles < <(files '*.css')
-tests/lint/node_modules/.bin/stylelint --config tests/lint/stylelint.config.mjs "${styles[@]}" || failed=1
+scripts/lint/node_modules/.bin/stylelint --config scripts/lint/stylelint.config.mjs "${styles[@]}" || failed=1
 
 # It counts what it found in system headers, and says nothing more of it; everything else it says is shown.
 tidy_counts='^[0-9]+ warnings? (and [0-9]+ errors? )?generated\.$'
