@@ -46,8 +46,6 @@ fi
 long_files=(
   servlet/account/account_adv_servlet.cpp          # a table of the page's keys, a line each
   servlet/features/features_general_servlet.cpp    # the same
-  servlet/access/login_servlet.cpp                 # the page and the lock-out share what they remember of clients
-  host/exchange.cpp                                # one request from its head to its end
   tests/host/server_test.cpp                       # rows of requests
 )
 # longer_than LINES FILE...: the files that have more lines, but for those above.

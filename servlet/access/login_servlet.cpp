@@ -6,10 +6,8 @@
 #include "framework/action_dispatch.h"
 #include "framework/orb_hash_map.h"
 #include "framework/page_factory.h"
-#include "framework/query_text.h"
 #include "framework/servlet_base.h"
 #include "framework/session.h"
-#include "framework/text_utils.h"
 #include "framework/visibility.h"
 #include "platform/log.h"
 #include "servlet/access/credentials.h"
@@ -18,31 +16,10 @@
 namespace {
 
 constexpr std::size_t kBuckets = 100;
-constexpr std::size_t kMostSavedUris = 1000;  // beyond, the clients have to ask again: memory stays bounded
-constexpr std::size_t kTargetSize = 64;
-constexpr char kStatusTarget[] = "/servlet?p=status&q=load";
+constexpr std::size_t kMostCommands = 1000;  // beyond, the clients have to ask again: memory stays bounded
 constexpr char kLockedOut[] =
     "You are not authorized to access the web interface.\n\nPlease contact your support team or try again 3 minutes "
     "later.\n\n\nHTTP 401";
-
-std::string_view field(HttpRequest* request, const char* name) {
-  const char* value = request->getParameter(name);
-  return value ? value : "";
-}
-
-// What follows the first "URI&" of the request target: the Action URI that the request filter put there.
-std::string uriOf(HttpRequest* request) {
-  const std::string_view target = request->getRequestURI();
-  const std::size_t start = target.find("URI&");
-  return start == std::string_view::npos ? "" : std::string(target.substr(start + 4));
-}
-
-// Where to go on with such a text. Only a command may follow, never a page: what a planted link brings would run with
-// the rights of whoever logs in. Empty when the text is not to be followed; half a command could mean something else.
-std::string targetOfUri(const std::string& uri) {
-  const std::string target = "/servlet?" + encodeQuery(uri);
-  return uri.empty() || hasField(uri, "p") || target.size() >= kTargetSize ? "" : target;
-}
 
 }  // namespace
 
@@ -60,19 +37,18 @@ class LoginServlet : public HttpServlet {
   int logout(HttpRequest* request, HttpResponse* response);
 
   int refuse(HttpRequest* request, HttpResponse* response);
-  void saveUri(HttpRequest* request);
-  std::string takeUri(HttpRequest* request);
-  std::string loginTarget(HttpRequest* request);
+  void saveCommand(HttpRequest* request);
+  std::string takeCommand(HttpRequest* request);
 
-  bool failed_ = false;                             // the next form shows the error notice
-  OrbHashMap<std::string, std::string> savedUris_;  // by client: the command to go on with after the login
+  bool failed_ = false;                                 // the next form shows the error notice
+  OrbHashMap<std::string, std::string> savedCommands_;  // by client: the command to go on with after the login
 };
 
-LoginServlet::LoginServlet() : savedUris_(kBuckets) {}
+LoginServlet::LoginServlet() : savedCommands_(kBuckets) {}
 
 int LoginServlet::init() {
   failed_ = false;
-  savedUris_.clear();
+  savedCommands_.clear();
   credentialsDoor().reset();
   return 0;
 }
@@ -94,12 +70,12 @@ int LoginServlet::onRequest(HttpRequest* request, HttpResponse* response) {
 }
 
 int LoginServlet::loginForm(HttpRequest* request, HttpResponse* response) {
-  const std::string_view jumpto = field(request, "jumpto");
+  const std::string_view jumpto = wantedPage(request);
   TMPL_varlist* list = nullptr;
   if (isAccountPage(jumpto)) list = TMPL_add_var(list, "acc", request->getParameter("acc"), nullptr);
   if (jumpto == kKeyPage) list = TMPL_add_var(list, "acc", request->getParameter("model"), nullptr);
   list = TMPL_add_var(list, "jumpto", jumpto.empty() ? "status" : jumpto.data(), nullptr);
-  if (jumpto == "URI") saveUri(request);
+  if (jumpto == kCommand) saveCommand(request);
   if (failed_) {
     list = TMPL_add_var(list, "notice", "The username or password is error!", "username",
                         request->getParameter("username"), "password", request->getParameter("pwd"), nullptr);
@@ -129,7 +105,8 @@ int LoginServlet::login(HttpRequest* request, HttpResponse* response) {
   if (!logInSession(request, identity.c_str())) {
     log_log(kWebLog, kLogWarning, "LoginServlet::login() setMaxInactiveInterval failed!\n");
   }
-  response->sendRedirect(loginTarget(request).c_str());
+  const std::string command = wantedPage(request) == kCommand ? takeCommand(request) : "";
+  response->sendRedirect(targetAfterLogin(request, command).c_str());
   return 1;
 }
 
@@ -142,42 +119,18 @@ int LoginServlet::refuse(HttpRequest* request, HttpResponse* response) {
 }
 
 // The first that a client brings counts, until it is taken.
-void LoginServlet::saveUri(HttpRequest* request) {
+void LoginServlet::saveCommand(HttpRequest* request) {
   const std::string client = request->getRemoteAddr();
-  const std::string uri = uriOf(request);
-  const std::string* saved = savedUris_.find(client);
-  if (targetOfUri(uri).empty() || (saved && !saved->empty())) return;
-  if (savedUris_.size() >= kMostSavedUris) savedUris_.clear();
-  savedUris_.set(client, uri);
+  const std::string command = wantedCommand(request);
+  const std::string* saved = savedCommands_.find(client);
+  if (commandTarget(command).empty() || (saved && !saved->empty())) return;
+  if (savedCommands_.size() >= kMostCommands) savedCommands_.clear();
+  savedCommands_.set(client, command);
 }
 
-std::string LoginServlet::takeUri(HttpRequest* request) {
-  std::string* saved = savedUris_.find(request->getRemoteAddr());
-  return saved && !saved->empty() ? std::exchange(*saved, "") : uriOf(request);
-}
-
-std::string LoginServlet::loginTarget(HttpRequest* request) {
-  const std::string_view page = field(request, "jumpto");
-  std::string target = kStatusTarget;
-  if (page == "URI") {
-    const std::string uri = takeUri(request);
-    if (uri.empty()) return target;
-    target = targetOfUri(uri);
-  } else if (!isPlainName(page) || page == "status") {
-    return target;  // a name that is none could smuggle further fields into the address
-  } else if (isAccountPage(page)) {
-    const std::string_view account = field(request, "acc");
-    target = "/servlet?p=" + std::string(page) + "&q=load&acc=" + encodeQueryValue(account.empty() ? "0" : account);
-  } else if (page == "contactsbasic") {
-    target = "/servlet?p=contactsbasic&q=load&num=1&group=";
-  } else if (page == kKeyPage) {
-    target = "/servlet?p=dsskey&q=load&model=" + encodeQueryValue(field(request, "model"));
-  } else {
-    target = "/servlet?p=" + std::string(page) + "&q=load";
-  }
-  if (!target.empty() && target.size() < kTargetSize) return target;
-  log_log(kWebLog, kLogWarning, "LoginServlet::login() target is refused\n");
-  return kStatusTarget;
+std::string LoginServlet::takeCommand(HttpRequest* request) {
+  std::string* saved = savedCommands_.find(request->getRemoteAddr());
+  return saved && !saved->empty() ? std::exchange(*saved, "") : wantedCommand(request);
 }
 
 int LoginServlet::logout(HttpRequest* request, HttpResponse* response) {
