@@ -52,9 +52,7 @@ void ServletRunner::forgetSessionsAfterReboot() {
 Answer ServletRunner::run(const RequestHead& head, Body& body) {
   try {
     forgetSessionsAfterReboot();
-    if (settings_.device.rebooting && settings_.device.rebooting()) {
-      return answerTo(rebootRefusal(), head.wantsJson);
-    };
+    if (settings_.device.rebooting && settings_.device.rebooting()) return answerTo(rebootRefusal(), head.wantsJson);
     return serve(head, body);
   } catch (const std::exception& error) {
     logLine({"request failed: ", error.what()});
