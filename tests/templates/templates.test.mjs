@@ -20,8 +20,7 @@ for (const { name, text } of templates) {
       }
       if (attributes.type === "password") assert.ok(["********", undefined].includes(attributes.value), `no secret: ${source}`);
     }
-    for (const { text: shown, parents } of parts(text)) {
-      if (!shown?.includes("{{")) continue;
+    for (const { text: shown, parents } of [...parts(text)].filter((part) => part.text?.includes("{{"))) {
       const own = parents.at(-1)?.attributes ?? {};
       assert.ok(own.translate === "no" || "data-text" in own, `${shown}: user's data (translate="no") or the phone's text (data-text)?`);
       assert.match(shown, /^\{\{\w+\}\}$/, "a variable stands alone in its element");
@@ -36,12 +35,11 @@ for (const { name, text } of pages) {
     for (const marker of markers) assert.ok(includes.some((include) => include.name === marker), marker);
     const all = elements(text);
     const ids = all.map(({ attributes }) => attributes.id).filter(Boolean);
-    assert.deepEqual(ids, [...new Set(ids)], "ids are unique");
+    assert.equal(new Set(ids).size, ids.length, "ids are unique");
     const labels = all.filter(({ tag }) => tag === "label").map(({ attributes }) => attributes.for);
-    for (const { tag, attributes, source } of all) {
-      if (!["input", "select", "textarea"].includes(tag) || ["hidden", "radio"].includes(attributes.type)) continue;
-      assert.ok(labels.includes(attributes.id), `label: ${source}`);
-    }
+    const isLabelled = ({ tag, attributes: { type, id } }) =>
+      !["input", "select", "textarea"].includes(tag) || ["hidden", "radio"].includes(type) || labels.includes(id);
+    assert.deepEqual(all.filter((element) => !isLabelled(element)).map(({ source }) => source), [], "fields have labels");
     for (const { attributes } of all.filter((element) => element.attributes.role === "switch")) {
       const twins = all.filter((element) => element.attributes.name === attributes.name);
       assert.deepEqual(twins.map((twin) => [twin.attributes.type, twin.attributes.value]), [["checkbox", "1"], ["hidden", "0"]]);
