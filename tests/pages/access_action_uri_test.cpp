@@ -125,6 +125,7 @@ TEST_F(ActionUriTest, PushedDocuments) {
   messages();
   EXPECT_TRUE(push("xml=<a>%20&amp;</a>"));
   EXPECT_EQ(content("/tmp/XmlBrowserFile.xml"), "<a>%20&amp;</a>");
+  EXPECT_EQ(std::filesystem::status(file("/tmp/XmlBrowserFile.xml")).permissions(), std::filesystem::perms(0644));
   EXPECT_EQ(messages(), Messages{"post app_hostapp 0x3001a 0 0"});
   const std::string large = "<a>" + std::string(3'000'000, 'x') + std::string(1, '\0') + "</a>";
   EXPECT_TRUE(push("xml=" + large));
