@@ -23,7 +23,7 @@ enum class ConfigArea : int {
   kAccount = 3,  // detail = account index
   kDialPlan = 4,
   kDialNow = 6,
-  kLocalContacts = 8,
+  kLocalContacts = 8,  // detail: kGroupsChanged or kContactsChanged
   kNetwork = 9,
   kAudio = 11,
   kTones = 12,
@@ -39,13 +39,35 @@ enum class ConfigArea : int {
   kIntercom = 0x1d,
   kDnd = 0x1e,
   kCallCompletion = 0x20,
+  kLdap = 0x23,
   kFeatureKeySync = 0x25,
   kActionUrl = 0x26,
   kAcd = 0x27,
   kCallLog = 0x28,
   kMulticast = 0x2a,
+  kDirectoryFile = 0x2e,       // detail: a DirectoryFile; sent, answers 0 when it is done
+  kRemotePhoneBooks = 0x2f,    // detail: 0 the list, 1 how long names are kept
+  kNetworkCallLog = 0x30,      // its switch or its accounts
+  kNetworkDirectories = 0x31,  // which, and their names
+  kSearchOrder = 0x34,
+  kNetworkDirectoryLogin = 0x36,
+  kCustomDirectories = 0x37,  // fetched from the server anew
+  kFavorites = 0x38,
   kRings = 0x39,
+  kContactPhotos = 0x58,  // data = the path of a photo that came or went
   kPowerLight = 0x5a,
+};
+
+inline constexpr int kGroupsChanged = 1;
+inline constexpr int kContactsChanged = 2;
+
+// What is done with the exchange file of the local directory.
+inline constexpr char kDirectoryFilePath[] = "/config/data//contact_xported.xml";
+enum class DirectoryFile : int {
+  kImport = 0,  // replaces the directory
+  kExport = 1,
+  kImportKeeping = 2,    // contacts of the file come to those that are there
+  kImportReplacing = 3,  // replaces the directory
 };
 
 // --- To the phone application.
@@ -60,7 +82,9 @@ inline constexpr unsigned kShowXml = 0x3001a;            // a pushed XML documen
 inline constexpr unsigned kExportConfig = 0x3001f;  // text = a "phonecfg" command; answers 1 when its file is ready
 inline constexpr unsigned kRedirectCall = 0x30020;  // text = a "redirectcall" command
 inline constexpr unsigned kForwardCall = 0x30021;   // text = a "forward" command
+inline constexpr unsigned kHangUp = 0x30011;
 inline constexpr unsigned kBusyLampsChanged = 0x30029;
+inline constexpr unsigned kWriteCallHistory = 0x50004;  // answered when the file of the call history is up to date
 inline constexpr unsigned kMakeCall =
     0xa0002;  // wParam = origin and account, text = number; answers non-zero: it dials
 
