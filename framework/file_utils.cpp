@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -139,6 +140,11 @@ bool replaceFile(const char* path, std::string_view content, mode_t mode) {
   }
   unlink(beside.c_str());
   return false;
+}
+
+bool isFileName(std::string_view name) {
+  const auto isForbidden = [](unsigned char c) { return c < ' ' || c == 0x7f || c == '/' || c == '\\'; };
+  return !name.empty() && name.size() <= NAME_MAX && name.front() != '.' && std::ranges::none_of(name, isForbidden);
 }
 
 bool removeFile(const char* path) {

@@ -33,6 +33,10 @@ int GetImageTypeByData(std::string_view data);
 // file's, a new one its owner's alone. False, with the old file untouched, when that fails.
 bool replaceFile(const char* path, std::string_view content, mode_t mode = 0);
 
+// True for what may name a file in a folder: 1 to 255 bytes without "/", "\\" and control characters, and no dot in
+// front.
+bool isFileName(std::string_view name);
+
 // Removes a file; false when there is none or it cannot be removed.
 bool removeFile(const char* path);
 

@@ -62,6 +62,13 @@ std::string uploadedFile(HttpRequest* request, const char* field, const char* pa
   return stored ? std::string(path) : "";
 }
 
+std::string uploadedFileName(HttpRequest* request, const char* field) {
+  const char** values = request->getParameterValues(field);
+  std::string name;
+  if (values && values[0] && values[1]) GetSimpleUpdateFileName(values[1], &name);
+  return name;
+}
+
 bool RenameUploadFile(const char* upload, const char* target) {
   if (!upload || !target) return false;
   const std::string to = phonePath(target);

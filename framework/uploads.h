@@ -19,5 +19,9 @@ bool CheckConfigFreeSize(HttpRequest* request, HttpResponse* response, const cha
 // when the field holds a text in place of a file: that must never be taken for a path.
 std::string uploadedFile(HttpRequest* request, const char* field, const char* pattern);
 
+// The name that the browser gave the file uploaded in a field, without folders; empty when there is none. To be asked
+// for behind uploadedFile().
+std::string uploadedFileName(HttpRequest* request, const char* field);
+
 // Moves an upload over the target. False, with the target gone, when the rename fails.
 bool RenameUploadFile(const char* upload, const char* target);

@@ -6,3 +6,6 @@
 bool IsContactNeedUpdate(int& type);
 // Takes the mark back.
 void SetDefalutUpdate();
+
+// Has the local directory read again what other programs changed, and takes the mark back.
+void reloadMarkedContacts();
