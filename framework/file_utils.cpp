@@ -155,6 +155,8 @@ bool readFile(const char* path, std::string& content) {
   const int file = open(phonePath(path).c_str(), O_RDONLY | O_CLOEXEC);
   if (file < 0) return false;
   content.clear();
+  struct stat status {};
+  if (fstat(file, &status) == 0 && S_ISREG(status.st_mode)) content.reserve(static_cast<std::size_t>(status.st_size));
   char block[4096];
   ssize_t count = 0;
   while ((count = read(file, block, sizeof block)) > 0) content.append(block, static_cast<std::size_t>(count));

@@ -19,6 +19,14 @@ void cutText(std::string& text, std::size_t size) {
   if (text.size() >= size) text.resize(size ? size - 1 : 0);
 }
 
+void cutUtf8(std::string& text, std::size_t size) {
+  if (text.size() < size) return;
+  const auto isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xc0) == 0x80; };
+  std::size_t end = size ? size - 1 : 0;
+  while (end > 0 && isContinuation(text[end])) --end;
+  text.resize(end);
+}
+
 std::optional<int> parseInt(std::string_view text) {
   int number = 0;
   const char* end = text.data() + text.size();
@@ -49,6 +57,17 @@ void ReplaceSpecailStrs(std::string& text) {
   ReplaceStr(&text, "<", "&lt;");
   ReplaceStr(&text, ">", "&gt;");
   ReplaceStr(&text, "\"", "&quot;");
+}
+
+std::string templateText(std::string_view text) {
+  static constexpr std::string_view kEscapes[] = {"&amp;", "&lt;", "&gt;", "&quot;"};
+  std::string result;
+  for (std::size_t sign; (sign = text.find('&')) != std::string_view::npos; text.remove_prefix(sign + 1)) {
+    const std::string_view rest = text.substr(sign);
+    const bool isEscape = std::ranges::any_of(kEscapes, [&](std::string_view one) { return rest.starts_with(one); });
+    result.append(text.substr(0, sign)).append(isEscape ? "&amp;" : "&");
+  }
+  return result.append(text);
 }
 
 int ReplaceStrByStr(std::string& text, std::string_view from, std::string_view to) {

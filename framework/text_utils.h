@@ -11,6 +11,9 @@ class ETL_SubClass;
 // Cuts the text to what a buffer of `size` bytes holds beside the final NUL.
 void cutText(std::string& text, std::size_t size);
 
+// The same without leaving a part of a UTF-8 character at the end.
+void cutUtf8(std::string& text, std::size_t size);
+
 // The whole text as a decimal number with an optional "-"; nothing when it is not one or does not fit an int.
 std::optional<int> parseInt(std::string_view text);
 // The same for a text that may be null.
@@ -26,6 +29,10 @@ int ReplaceStr(std::string* text, const char* from, const char* to);
 // Escapes a text for HTML: & < > " become &amp; &lt; &gt; &quot;. A text that holds any of them is cut to 511
 // characters.
 void ReplaceSpecailStrs(std::string& text);
+
+// A plain text as a template shows it unchanged: one level of escapes is taken off every value, so an "&" that already
+// stands in front of "amp;", "lt;", "gt;" or "quot;" is escaped.
+std::string templateText(std::string_view text);
 
 // Replaces every occurrence of `from`, going on behind each replacement; an empty `from` changes nothing. Always 1.
 int ReplaceStrByStr(std::string& text, std::string_view from, std::string_view to);

@@ -4,13 +4,14 @@
 #include <string>
 
 #include "framework/file_utils.h"
+#include "platform/phone_root.h"
 
 bool loadXml(const char* path, pugi::xml_document& document) {
+  const pugi::xml_parse_result result = document.load_file(phonePath(path).c_str());
+  if (result) return true;
   document.reset();
-  std::string text;
-  if (!readFile(path, text)) return false;
-  if (!document.load_buffer(text.data(), text.size())) document.reset();
-  return true;
+  return result.status != pugi::status_file_not_found && result.status != pugi::status_io_error &&
+         result.status != pugi::status_out_of_memory;
 }
 
 bool saveXml(const char* path, const pugi::xml_document& document) {

@@ -22,10 +22,12 @@ bool contactsOfPage(ContactGeneralItemListData& list, int group, int page) {
 }
 
 TMPL_varlist* addContact(TMPL_varlist* row, const ContactGeneralItemData& contact) {
-  return TMPL_add_var(row, "DisplayName", contact.displayName.c_str(), "OfficeNumber", contact.officeNumber.c_str(),
-                      "MobilNumber", contact.mobileNumber.c_str(), "OtherNum", contact.otherNumber.c_str(), "Account",
-                      std::to_string(contact.account).c_str(), "Group", contact.groupName.c_str(), "Ring",
-                      contact.ring.c_str(), "Photo", contact.photo.c_str(), nullptr);
+  return TMPL_add_var(row, "DisplayName", templateText(contact.displayName).c_str(), "OfficeNumber",
+                      templateText(contact.officeNumber).c_str(), "MobilNumber",
+                      templateText(contact.mobileNumber).c_str(), "OtherNum", templateText(contact.otherNumber).c_str(),
+                      "Account", std::to_string(contact.account).c_str(), "Group",
+                      templateText(contact.groupName).c_str(), "Ring", templateText(contact.ring).c_str(), "Photo",
+                      templateText(contact.photo).c_str(), nullptr);
 }
 
 TMPL_varlist* addNobody(TMPL_varlist* row) {
@@ -54,9 +56,9 @@ TMPL_loop* getGroupListLoop(int selected) {
   if (!directory || !directory->GetGroupSimpleList(list)) return nullptr;
   TMPL_loop* loop = nullptr;
   for (const ContactGroupSimpleData& group : list.groups) {
-    loop =
-        TMPL_add_varlist(loop, TMPL_add_var(nullptr, "groupId", std::to_string(group.id).c_str(), "groupName",
-                                            group.name.c_str(), "selected", group.id == selected ? "1" : "0", nullptr));
+    loop = TMPL_add_varlist(
+        loop, TMPL_add_var(nullptr, "groupId", std::to_string(group.id).c_str(), "groupName",
+                           templateText(group.name).c_str(), "selected", group.id == selected ? "1" : "0", nullptr));
   }
   return loop;
 }

@@ -96,7 +96,8 @@ TMPL_varlist* ContactsBasicServlet::getCommonData(HttpRequest* request, int grou
   NS_DIRECTORY::ContactGroupData shown;
   findGroup(group, shown);
   return TMPL_add_var(list, "varBlackPage", request->getParameter("num"), "group", request->getParameter("group"),
-                      "groupInfo", shown.name.c_str(), "ringInfo", shown.ring.c_str(), nullptr);
+                      "groupInfo", templateText(shown.name).c_str(), "ringInfo", templateText(shown.ring).c_str(),
+                      nullptr);
 }
 
 TMPL_varlist* ContactsBasicServlet::showItemsByLevel(TMPL_varlist* list, HttpRequest* request) {
