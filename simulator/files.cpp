@@ -101,4 +101,10 @@ bool replaceFile(const std::string& path, std::string_view bytes) {
   return false;
 }
 
+bool renameFile(const std::string& from, const std::string& to) {
+  if (::rename(from.c_str(), to.c_str()) != 0) return false;
+  syncFolder(fs::path(to).parent_path());
+  return true;
+}
+
 }  // namespace simulator

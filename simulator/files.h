@@ -31,4 +31,7 @@ std::optional<std::string> readFile(const std::string& path);
 // one last.
 bool replaceFile(const std::string& path, std::string_view bytes);
 
+// Renames a file in its folder; once it returns, a power cut finds the new name. False when nothing was renamed.
+bool renameFile(const std::string& from, const std::string& to);
+
 }  // namespace simulator

@@ -1,5 +1,6 @@
 #include "platform/messaging.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,6 +30,12 @@ std::string payload(const void* data, int size) {
   return text;
 }
 
+bool isMissing(const char* name) {
+  const std::lock_guard lock(simulator::phone().mutex);
+  const std::vector<std::string>& missing = simulator::phone().state.missingApplications;
+  return std::find(missing.begin(), missing.end(), name) != missing.end();
+}
+
 // Has the applications take the message, and records it before what it causes.
 int deliver(JournalEntry entry) {
   simulator::Phone& phone = simulator::phone();
@@ -47,7 +54,7 @@ int post(Kind kind, std::string target, unsigned message, int wParam, int lParam
 
 MessageThread* msgGetThreadByName(const char* name) {
   static std::vector<MessageThread> threads = makeThreads();
-  if (name == nullptr) return nullptr;
+  if (name == nullptr || isMissing(name)) return nullptr;
   for (MessageThread& thread : threads) {
     if (thread.name == name) return &thread;
   }

@@ -29,6 +29,7 @@ void Phone::systemCall(const char* call, std::string text) {
 
 void Phone::comeUp() {
   config.load();
+  directory.load();
   running = {};
   state.bringUp(config);
 }

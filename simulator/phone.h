@@ -8,6 +8,7 @@
 #include <string>
 
 #include "simulator/config_store.h"
+#include "simulator/directory/directory.h"
 #include "simulator/journal.h"
 #include "simulator/state/device_state.h"
 
@@ -24,6 +25,7 @@ struct Phone {
   std::mutex mutex;
   std::string root;  // real path; empty before the first start
   ConfigStore config;
+  Directory directory;
   DeviceState state;
   Journal journal;
   std::set<int> expansionHandles;
@@ -31,7 +33,8 @@ struct Phone {
 
   // The following three are called with the mutex held.
   void systemCall(const char* call, std::string text);
-  // Loads the configuration, starts the applications, registers the accounts and brings the network up.
+  // Loads the configuration and the directory, starts the applications, registers the accounts and brings the network
+  // up.
   void comeUp();
   // `reason` is the text of the journal entry.
   void reboot(std::string reason);

@@ -22,6 +22,12 @@ struct ExpansionModule {
   std::string firmware;
 };
 
+struct DirectoryState {
+  bool available = true;
+  bool busy = false;
+  int refusal = 0;  // a negative code refuses every change
+};
+
 // A field that the control is to show gets a row in state_members.cpp.
 struct DeviceState {
   int phoneType = 46;
@@ -35,6 +41,10 @@ struct DeviceState {
   std::int64_t clockOffset = 0;  // seconds
   int rebootSeconds = 0;
   std::map<std::string, int> answers;  // by "THREAD 0xMESSAGE"
+  DirectoryState directory;
+  std::vector<std::string> networkDirectories = {"Sales", "Support"};
+  std::string networkDirectoryError;             // empty: they can be fetched
+  std::vector<std::string> missingApplications;  // threads that nobody finds
 
   // What the phone does when it comes up: ends its calls, registers its accounts and brings its interface up, from its
   // configuration.

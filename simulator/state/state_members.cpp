@@ -15,9 +15,12 @@ using nlohmann::ordered_json;
 constexpr std::int64_t kMaxClockOffset = 100LL * 366 * 24 * 3600;
 constexpr int kMaxRebootSeconds = 3600;
 constexpr std::size_t kMaxExpansionModules = 15;
+constexpr std::size_t kMaxThreads = 100;
+constexpr std::size_t kMaxNetworkDirectories = 100;
 
 constexpr auto readClockOffset = readRange<-kMaxClockOffset, kMaxClockOffset, std::int64_t>;
 constexpr auto readRebootSeconds = readRange<0, kMaxRebootSeconds, int>;
+constexpr auto readRefusal = readRange<std::numeric_limits<int>::min(), 0, int>;
 constexpr auto readModuleType = readRange<0, std::numeric_limits<int>::max(), int>;
 
 Error readMac(const json& value, const std::string& path, std::string& target) {
@@ -38,12 +41,28 @@ Error mergeVariables(const json& value, const std::string& path, std::map<std::s
                   });
 }
 
+bool isThread(const std::string& name) {
+  const auto threads = threadNames();
+  return std::find(threads.begin(), threads.end(), name) != threads.end();
+}
+
+Error readThreads(const json& value, const std::string& path, std::vector<std::string>& target) {
+  return readList(value, path, target, kMaxThreads, "applications",
+                  [](const json& given, const std::string& name, std::string& thread) {
+                    Error error = readText(given, name, thread);
+                    return error || isThread(thread) ? error : unknown(name);
+                  });
+}
+
+Error readDirectoryNames(const json& value, const std::string& path, std::vector<std::string>& target) {
+  return readList(value, path, target, kMaxNetworkDirectories, "texts", readText);
+}
+
 // "THREAD 0xMESSAGE" with a thread of this phone, the number in lower-case digits without leading zeros.
 bool isMessageName(const std::string& name) {
   const auto blank = name.find(' ');
   if (blank == std::string::npos || !name.substr(blank + 1).starts_with("0x")) return false;
-  const auto threads = threadNames();
-  if (std::find(threads.begin(), threads.end(), name.substr(0, blank)) == threads.end()) return false;
+  if (!isThread(name.substr(0, blank))) return false;
   const std::string digits = name.substr(blank + 3);
   return !digits.empty() && digits.size() <= 8 && (digits[0] != '0' || digits.size() == 1) &&
          digits.find_first_not_of("0123456789abcdef") == std::string::npos;
@@ -91,6 +110,12 @@ constexpr Member<ExpansionModule> kModuleMembers[] = {
     field<&ExpansionModule::firmware, readText>("firmware"),
 };
 
+constexpr Member<DirectoryState> kDirectoryMembers[] = {
+    field<&DirectoryState::available, readBool>("available"),
+    field<&DirectoryState::busy, readBool>("busy"),
+    field<&DirectoryState::refusal, readRefusal>("refusal"),
+};
+
 constexpr Member<DeviceState> kMembers[] = {
     field<&DeviceState::phoneType, readInt>("phoneType"),
     field<&DeviceState::hardwareVersion, readText>("hardwareVersion"),
@@ -103,6 +128,10 @@ constexpr Member<DeviceState> kMembers[] = {
     field<&DeviceState::clockOffset, readClockOffset>("clockOffset"),
     field<&DeviceState::rebootSeconds, readRebootSeconds>("rebootSeconds"),
     field<&DeviceState::answers, mergeAnswers>("answers"),
+    object<&DeviceState::directory, kDirectoryMembers>("directory"),
+    field<&DeviceState::networkDirectories, readDirectoryNames>("networkDirectories"),
+    field<&DeviceState::networkDirectoryError, readText>("networkDirectoryError"),
+    field<&DeviceState::missingApplications, readThreads>("missingApplications"),
 };
 
 }  // namespace

@@ -65,7 +65,9 @@ TEST_F(ControlTest, StateOfAFreshPhone) {
             R"("primaryDNSIPv4":"192.0.2.53","secondaryDNSIPv4":"192.0.2.54","localIPv6":"2001:db8::46",)"
             R"("prefixIPv6":"64","gatewayIPv6":"2001:db8::1","primaryDNSIPv6":"2001:db8::53",)"
             R"("secondaryDNSIPv6":"2001:db8::54","lanIP":"10.0.0.1"},"expansionModules":[],"bootEnvironment":{},)"
-            R"("clockOffset":0,"rebootSeconds":0,"answers":{}})");
+            R"("clockOffset":0,"rebootSeconds":0,"answers":{},)"
+            R"("directory":{"available":true,"busy":false,"refusal":0},"networkDirectories":["Sales","Support"],)"
+            R"("networkDirectoryError":"","missingApplications":[]})");
 }
 
 TEST_F(ControlTest, PatchMerges) {

@@ -1,0 +1,22 @@
+// XML files of the phone, by their paths there.
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+
+namespace simulator {
+
+// Reads a file and gives its outermost element; null when the file cannot be read, is above 64 MiB, is no well-formed
+// XML with one outermost element, or holds so many elements and attributes that they would fill the memory.
+pugi::xml_node readXml(const std::string& path, pugi::xml_document& document, unsigned options = pugi::parse_default);
+
+// The text of a file, indented with one tab a level.
+std::string xmlText(const pugi::xml_document& document);
+
+// An empty document with an outermost element.
+pugi::xml_node newXml(pugi::xml_document& document, const char* root);
+
+// False for a text with control characters that XML cannot carry.
+bool fitsXml(const std::string& text);
+
+}  // namespace simulator
