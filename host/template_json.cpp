@@ -9,14 +9,14 @@ using Json = nlohmann::ordered_json;
 Json listJson(const TMPL_varlist& list) {
   Json object = Json::object();
   for (const TemplateEntry& entry : list.entries) {
-    Json& value = object[std::string(entry.name)];
-    if (!entry.isLoop && !entry.loop) {
-      value = std::string(entry.value);
+    Json& value = object[std::string(entry.name())];
+    if (!entry.isLoop()) {
+      value = std::string(entry.value());
       continue;
     }
     value = Json::array();
-    if (!entry.loop) continue;
-    for (const TMPL_varlist* row : entry.loop->rows) value.push_back(listJson(*row));
+    if (!entry.loop()) continue;
+    for (const TMPL_varlist* row : entry.loop()->rows) value.push_back(listJson(*row));
   }
   return object;
 }

@@ -100,7 +100,7 @@ bool TemplateRenderer::render(std::string_view path, const TMPL_varlist* list, c
   const Entry* entry = current(file);
   if (!entry) return false;
   const TemplateArena arena;
-  const TMPL_varlist nothing(std::pmr::get_default_resource());
+  const TMPL_varlist nothing;
   const TemplateScope outer(hostList(context), nullptr);
   const TemplateScope scope(list ? *list : nothing, &outer);
   BodyEmitter emitter(out);

@@ -13,12 +13,8 @@ bool isTrue(std::string_view value) {
   return !value.empty() && value != "0" && value != "false";
 }
 
-bool isLoop(const TemplateEntry& entry) {
-  return entry.isLoop || entry.loop;
-}
-
 bool hasRows(const TemplateEntry& entry) {
-  return entry.loop && !entry.loop->rows.empty();
+  return entry.loop() && !entry.loop()->rows.empty();
 }
 
 bool takeSuffix(std::string_view& name, std::string_view suffix) {
@@ -49,7 +45,7 @@ bool takeOffEscapes(std::string_view value, std::string& plain) {
 TemplateScope::TemplateScope(const TMPL_varlist& list, const TemplateScope* outer) : list_(list), outer_(outer) {
   if (list.entries.size() <= kShortList) return;
   index_.reserve(list.entries.size());
-  for (const TemplateEntry& entry : list.entries) index_[entry.name] = &entry;
+  for (const TemplateEntry& entry : list.entries) index_[entry.name()] = &entry;
 }
 
 const TemplateEntry* TemplateScope::find(std::string_view name) const {
@@ -57,17 +53,17 @@ const TemplateEntry* TemplateScope::find(std::string_view name) const {
     if (const auto at = index_.find(name); at != index_.end()) return at->second;
   } else {
     for (auto entry = list_.entries.rbegin(); entry != list_.entries.rend(); ++entry) {
-      if (entry->name == name) return &*entry;
+      if (entry->name() == name) return &*entry;
     }
   }
   return outer_ ? outer_->find(name) : nullptr;
 }
 
 bool TemplateScope::shows(std::string_view section) const {
-  if (const TemplateEntry* entry = find(section)) return isLoop(*entry) ? hasRows(*entry) : isTrue(entry->value);
+  if (const TemplateEntry* entry = find(section)) return entry->isLoop() ? hasRows(*entry) : isTrue(entry->value());
   if (takeSuffix(section, "_off")) {
     const TemplateEntry* entry = find(section);
-    return entry && !(isLoop(*entry) ? hasRows(*entry) : isTrue(entry->value));
+    return entry && !(entry->isLoop() ? hasRows(*entry) : isTrue(entry->value()));
   }
   if (!takeSuffix(section, "_any")) return false;
   const TemplateEntry* entry = find(section);
@@ -76,9 +72,9 @@ bool TemplateScope::shows(std::string_view section) const {
 
 ctemplate::TemplateString TemplateScope::GetValue(const Name& variable) const {
   const TemplateEntry* entry = find({variable.data(), variable.size()});
-  if (!entry || isLoop(*entry)) return Name("", 0);
+  if (!entry || entry->isLoop()) return Name("", 0);
   std::string plain;
-  if (!takeOffEscapes(entry->value, plain)) return Name(entry->value.data(), entry->value.size());
+  if (!takeOffEscapes(entry->value(), plain)) return Name(entry->value().data(), entry->value().size());
   return Name(plain_.emplace_front(std::move(plain)));
 }
 
@@ -106,7 +102,7 @@ ctemplate::TemplateDictionaryInterface::Iterator* TemplateScope::CreateTemplateI
 
 ctemplate::TemplateDictionaryInterface::Iterator* TemplateScope::CreateSectionIterator(const Name& section) const {
   const TemplateEntry* entry = find({section.data(), section.size()});
-  return new Rows(entry ? entry->loop : nullptr, *this);
+  return new Rows(entry ? entry->loop() : nullptr, *this);
 }
 
 }  // namespace host

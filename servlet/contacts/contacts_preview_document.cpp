@@ -11,6 +11,10 @@
 
 namespace {
 
+// What an element and an attribute take at the most, beside their values.
+constexpr std::size_t kElementSize = 16;
+constexpr std::size_t kAttributeSize = 20;
+
 constexpr char kPhotoAttribute[] = "default_photo";
 
 enum class PhotoName { kWhole, kLacksExtension };
@@ -113,6 +117,7 @@ std::string contactDocument(const CsvRows& rows, std::size_t first, const std::v
   if (rows.size() <= first) return text + "<root_contact />\n";
   TextWriter writer(text);
   const RowReader reader(rows, columns);
+  text.reserve(rows.bytes() + (rows.size() - first) * (kElementSize + columns.size() * kAttributeSize));
   text += "<root_contact>\n";
   for (std::size_t row = first; row < rows.size(); ++row) {
     pugi::xml_document document;
@@ -120,5 +125,5 @@ std::string contactDocument(const CsvRows& rows, std::size_t first, const std::v
     reader.read(row, contact);
     contact.print(writer, "\t", pugi::format_default, pugi::encoding_utf8, 1);
   }
-  return text + "</root_contact>\n";
+  return text.append("</root_contact>\n");
 }

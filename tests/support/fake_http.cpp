@@ -57,7 +57,7 @@ std::string valueIn(const RecordingResponse::Row& row, const std::string& name) 
 
 RecordingResponse::Row rowOf(const TMPL_varlist& list) {
   RecordingResponse::Row row;
-  for (const TemplateEntry& entry : list.entries) row[std::string(entry.name)] = entry.value;
+  for (const TemplateEntry& entry : list.entries) row[std::string(entry.name())] = entry.value();
   return row;
 }
 }  // namespace
@@ -66,15 +66,15 @@ void RecordingResponse::renderTemplate(const char* path, TMPL_varlist* list) {
   templates.emplace_back(path);
   if (!list) return;
   for (const TemplateEntry& entry : list->entries) {
-    const std::string name(entry.name);
+    const std::string name(entry.name());
     names.push_back(name);
-    if (!entry.isLoop) {
-      variables[name] = entry.value;
+    if (!entry.isLoop()) {
+      variables[name] = entry.value();
       continue;
     }
     std::vector<Row>& rows = loops[name];
-    if (!entry.loop) continue;
-    for (const TMPL_varlist* row : entry.loop->rows) rows.push_back(rowOf(*row));
+    if (!entry.loop()) continue;
+    for (const TMPL_varlist* row : entry.loop()->rows) rows.push_back(rowOf(*row));
   }
 }
 
