@@ -24,14 +24,14 @@ bool contactsOfPage(ContactGeneralItemListData& list, int group, int page) {
 TMPL_varlist* addContact(TMPL_varlist* row, const ContactGeneralItemData& contact) {
   return TMPL_add_var(row, "DisplayName", templateText(contact.displayName).c_str(), "OfficeNumber",
                       templateText(contact.officeNumber).c_str(), "MobilNumber",
-                      templateText(contact.mobileNumber).c_str(), "OtherNum", templateText(contact.otherNumber).c_str(),
-                      "Account", std::to_string(contact.account).c_str(), "Group",
-                      templateText(contact.groupName).c_str(), "Ring", templateText(contact.ring).c_str(), "Photo",
-                      templateText(contact.photo).c_str(), nullptr);
+                      templateText(contact.mobileNumber).c_str(), "OtherNumber",
+                      templateText(contact.otherNumber).c_str(), "Account", std::to_string(contact.account).c_str(),
+                      "Group", templateText(contact.groupName).c_str(), "Ring", templateText(contact.ring).c_str(),
+                      "Photo", templateText(contact.photo).c_str(), nullptr);
 }
 
 TMPL_varlist* addNobody(TMPL_varlist* row) {
-  return TMPL_add_var(row, "DisplayName", "", "OfficeNumber", "", "MobilNumber", "", "OtherNum", "", "Account", "",
+  return TMPL_add_var(row, "DisplayName", "", "OfficeNumber", "", "MobilNumber", "", "OtherNumber", "", "Account", "",
                       "Group", "", "Ring", "", nullptr);
 }
 
