@@ -1,10 +1,12 @@
 // What a load and a save cost inside the module, and filling and rendering a template apart from it.
 #include <benchmark/benchmark.h>
 
+#include <fstream>
 #include <memory>
 
 #include "host/spool_buffer.h"
 #include "host/template_renderer.h"
+#include "platform/local_directory.h"
 #include "simulator/simulator.h"
 #include "tests/support/page_test.h"
 
@@ -101,6 +103,50 @@ void render(benchmark::State& state, const std::string& name, const Fields& fiel
   state.counters["bytes"] = static_cast<double>(bytes);
 }
 
+std::string numberedRows(const char* before, const char* between, const char* after, int count) {
+  std::string rows;
+  for (int i = 0; i < count; ++i) {
+    const std::string number = std::to_string(1'000'000 + i);
+    rows += before + number + between + number + after;
+  }
+  return rows;
+}
+
+void writePhoneFile(const char* path, const std::string& text) {
+  std::ofstream(phoneRoot() / path, std::ios::binary) << text;
+}
+
+// A page of ten out of so many contacts.
+void contactsPage(benchmark::State& state) {
+  const int count = static_cast<int>(state.range(0));
+  writePhoneFile("config/data/contact_list.xml",
+                 "<root_contact>" +
+                     numberedRows("<contact display_name=\"Contact ", "\" office_number=\"", "\"/>", count) +
+                     "</root_contact>");
+  NS_DIRECTORY::CContactLocalManager::GetInstance()->ReloadContactXml();
+  load(state, "contactsbasic", {{"num", std::to_string(count / 20)}, {"group", "0"}});
+}
+
+// A CSV file of so many contacts: shown, then imported in place of the directory.
+void importContacts(benchmark::State& state) {
+  const std::string text = numberedRows("Contact ", ",", ",,,-1,Auto,Sales,Default:default_contact_image.png,\n",
+                                        static_cast<int>(state.range(0)));
+  HttpServlet& page = pageHandler("contacts-preview");
+  FakeSession session;
+  const auto run = [&](const char* action, const Fields& fields) {
+    const TemplateArena arena;
+    FakeRequest request = requestFor(action, fields);
+    request.session = &session;
+    NullResponse response;
+    page.onRequest(&request, &response);
+  };
+  for (auto _ : state) {
+    writePhoneFile("tmp/CSVFile_aaaaaa", text);
+    run("uploadcvs", {{"frameUploadCVSFile", "/tmp/CSVFile_aaaaaa"}});
+    run("importcsv", {{"arrcol", "1,2,3,4,5,6,7,8,9"}, {"delOld", "1"}});
+  }
+}
+
 // One page in all three ways; `changing` is the field that each save changes.
 void add(const std::string& name, const Fields& fields, const char* changing) {
   benchmark::RegisterBenchmark(("load/" + name).c_str(), load, name, fields);
@@ -139,6 +185,8 @@ int main(int argc, char** argv) {
   add("contacts-multicastIP", {}, "ListenAddress1Label");
   add("security", {}, nullptr);
   add("hidden", {}, "HeadsetSend");
+  benchmark::RegisterBenchmark("load/contactsbasic", contactsPage)->Arg(10)->Arg(10000);
+  benchmark::RegisterBenchmark("import/contacts-preview", importContacts)->Arg(1000)->Arg(10000);
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <utility>
 
 #include "framework/file_utils.h"
 #include "framework/phone_messages.h"
@@ -23,6 +24,26 @@ std::string withoutBlanks(std::string name) {
   std::erase(name, ' ');
   return name;
 }
+
+void renameFile(const std::string& from, const std::string& to) {
+  std::rename(phonePath(from).c_str(), phonePath(to).c_str());
+}
+
+// While a picture is scaled under a name without blanks, the photo of that name waits beside it.
+class NamesakeKeeper {
+ public:
+  explicit NamesakeKeeper(std::string photo) : photo_(std::move(photo)), aside_(photo_ + ".kept") {
+    if (!photo_.empty()) renameFile(photo_, aside_);
+  }
+  ~NamesakeKeeper() {
+    if (!photo_.empty()) renameFile(aside_, photo_);
+  }
+  NamesakeKeeper(const NamesakeKeeper&) = delete;
+  NamesakeKeeper& operator=(const NamesakeKeeper&) = delete;
+
+ private:
+  std::string photo_, aside_;
+};
 
 }  // namespace
 
@@ -45,13 +66,16 @@ std::string photoSource(const std::string& name) {
 
 int storePhoto(const std::string& name) {
   const std::string stored = userPhotoPath(withoutBlanks(name)), wanted = userPhotoPath(name);
+  const bool isRenamed = stored != wanted;
+  const NamesakeKeeper namesake(isRenamed ? stored : "");
   const int result = ProcessUserPhoto(photoSource(name).c_str(), stored.c_str(), kWidth, kHeight, kByteLimit);
-  if (result == 1 && stored != wanted) std::rename(phonePath(stored).c_str(), phonePath(wanted).c_str());
+  if (isRenamed && result == 1) renameFile(stored, wanted);
+  if (isRenamed && result != 1) removeFile(stored.c_str());
   return result;
 }
 
 void removeFailedPhoto(const std::string& name) {
-  removeFile(userPhotoPath(withoutBlanks(name)).c_str());
+  if (withoutBlanks(name) == name) removeFile(userPhotoPath(name).c_str());
 }
 
 void announcePhoto(const std::string& name) {

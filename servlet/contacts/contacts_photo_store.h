@@ -18,7 +18,7 @@ std::string photoSource(const std::string& name);
 // Scales the picture that waits for `name`, which isPhotoName() accepts, and stores it; the waiting one is gone then.
 // 1: done; 2: it has too many pixels; anything else: it is no picture or could not be stored.
 int storePhoto(const std::string& name);
-// What a failed storePhoto() may have left.
+// Removes the photo in whose place a failed storePhoto() was to put another.
 void removeFailedPhoto(const std::string& name);
 
 // Announces that a user photo came or went.
