@@ -1,5 +1,6 @@
 #include "platform/config_parser.h"
 
+#include "simulator/applications/network_directories.h"
 #include "simulator/number.h"
 #include "simulator/phone.h"
 
@@ -8,6 +9,7 @@ using simulator::phone;
 std::string configParser_GetConfigString(const char* key) {
   if (key == nullptr) return {};
   const std::lock_guard lock(phone().mutex);
+  simulator::takeNetworkDirectories(phone());
   return phone().config.get(key);
 }
 

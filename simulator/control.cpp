@@ -1,6 +1,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "simulator/applications/network_directories.h"
 #include "simulator/number.h"
 #include "simulator/phone.h"
 #include "simulator/simulator.h"
@@ -66,6 +67,7 @@ ControlReply readConfig(const Request& request) {
   const auto account = accountText ? decimalNumber(*accountText) : std::nullopt;
   if (accountText && !account) return errorReply(400, "\"account\" is to be the number of an account");
   const std::lock_guard lock(phone().mutex);
+  takeNetworkDirectories(phone());
   phone().config.reloadIfChanged();
   return jsonReply({{"value", phone().config.get(account ? accountConfigName(*key, *account) : *key)}});
 }

@@ -41,6 +41,7 @@ int deliver(JournalEntry entry) {
   simulator::Phone& phone = simulator::phone();
   const std::lock_guard lock(phone.mutex);
   if (entry.kind == Kind::kSend) entry.answer = simulator::answerOf(phone, entry);
+  if (entry.kind == Kind::kPost && simulator::givenAnswer(phone, entry) == kMessageNoAnswer) entry.answer = -1;
   phone.journal.add(entry);
   simulator::react(phone, entry);
   return entry.answer;

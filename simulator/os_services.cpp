@@ -104,5 +104,5 @@ void osSyslog(int priority, const char* text) {
 
 std::time_t osTime() {
   const std::lock_guard lock(phone().mutex);
-  return std::time(nullptr) + phone().state.clockOffset;
+  return phone().state.time();
 }

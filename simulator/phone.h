@@ -4,6 +4,7 @@
 #include <atomic>
 #include <chrono>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -17,6 +18,7 @@ namespace simulator {
 // What the applications remember until the phone goes down.
 struct Running {
   std::chrono::steady_clock::time_point provisioningEnd;  // of the last run
+  std::optional<std::chrono::steady_clock::time_point> directoriesFetched;
 };
 
 struct Phone {

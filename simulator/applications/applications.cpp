@@ -53,6 +53,19 @@ const MessageHandler* receiverOf(const JournalEntry& message) {
   return thread != threads().end() ? handlerOf(thread->application->messages, message.message) : nullptr;
 }
 
+std::string nameOf(std::string_view thread, unsigned message) {
+  char number[16];
+  std::snprintf(number, sizeof number, " 0x%x", message);
+  return std::string(thread) + number;
+}
+
+std::optional<int> givenAnswer(const Phone& phone, std::string_view thread, unsigned message) {
+  const auto& answers = phone.state.answers;
+  if (answers.empty()) return std::nullopt;
+  const auto found = answers.find(nameOf(thread, message));
+  return found != answers.end() ? std::optional(found->second) : std::nullopt;
+}
+
 void run(const MessageHandler* handler, Phone& phone, const JournalEntry& message) {
   if (handler != nullptr && handler->react != nullptr) handler->react(phone, message);
 }
@@ -60,9 +73,7 @@ void run(const MessageHandler* handler, Phone& phone, const JournalEntry& messag
 }  // namespace
 
 std::string messageName(const JournalEntry& message) {
-  char number[16];
-  std::snprintf(number, sizeof number, " 0x%x", message.message);
-  return message.target + number;
+  return nameOf(message.target, message.message);
 }
 
 std::vector<std::string> threadNames() {
@@ -72,17 +83,22 @@ std::vector<std::string> threadNames() {
 }
 
 int answerOf(Phone& phone, const JournalEntry& message) {
-  if (!phone.state.answers.empty()) {
-    const auto found = phone.state.answers.find(messageName(message));
-    if (found != phone.state.answers.end()) return found->second;
-  }
+  if (const std::optional<int> given = givenAnswer(phone, message)) return *given;
   const MessageHandler* handler = receiverOf(message);
   return handler != nullptr && handler->answer != nullptr ? handler->answer(phone, message) : 0;
 }
 
+std::optional<int> givenAnswer(const Phone& phone, const JournalEntry& message) {
+  return givenAnswer(phone, message.target, message.message);
+}
+
 void react(Phone& phone, const JournalEntry& message) {
-  if (message.kind != JournalEntry::Kind::kBroadcast) return run(receiverOf(message), phone, message);
+  if (message.kind != JournalEntry::Kind::kBroadcast) {
+    if (!givenAnswer(phone, message)) run(receiverOf(message), phone, message);
+    return;
+  }
   for (const Application* application : kApplications) {
+    if (givenAnswer(phone, application->name, message.message)) continue;
     run(handlerOf(application->broadcasts, message.message), phone, message);
   }
 }

@@ -1,6 +1,7 @@
 // Brings messages to the phone's applications.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,11 @@ std::vector<std::string> threadNames();
 // known about. Called with the phone's mutex held, as the next.
 int answerOf(Phone& phone, const JournalEntry& message);
 
-// Has those whom the message went to do what follows from it, once it is in the journal.
+// What the state's "answers" put in the place of what the application would do; nothing without such an entry.
+std::optional<int> givenAnswer(const Phone& phone, const JournalEntry& message);
+
+// Has those whom the message went to do what follows from it, once it is in the journal; those whose
+// answer is given do nothing.
 void react(Phone& phone, const JournalEntry& message);
 
 }  // namespace simulator

@@ -57,7 +57,8 @@ void readGroup(const pugi::xml_node& element, DirectoryContents& contents) {
   const std::string name = element.attribute("display_name").value(), ring = element.attribute("ring").value();
   if (DirectoryGroup* known = contents.group(id)) {
     if (id <= kBlacklistId && !ring.empty()) known->ring = ring;
-  } else if (id > kBlacklistId && !name.empty() && contents.group(name) == nullptr) {
+  } else if (id > kBlacklistId && !name.empty() && contents.groups.size() < kMaxGroups &&
+             contents.group(name) == nullptr) {
     contents.groups.push_back({id, name, ring.empty() ? kDefaultRing : ring});
   }
 }
@@ -106,6 +107,7 @@ void readContacts(DirectoryContents& contents) {
   pugi::xml_document document;
   std::unordered_set<std::string> names;
   for (const pugi::xml_node& element : rootOf(kContactFile, kContactRoot, document).children("contact")) {
+    if (contents.contacts.size() >= kMaxContacts) break;
     ContactGeneralItemData contact = contactOf(element);
     if (contact.displayName.empty() || !names.insert(contact.displayName).second) continue;
     completeContact(contact);

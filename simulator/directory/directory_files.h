@@ -9,7 +9,7 @@
 namespace simulator {
 
 // Read what the files hold; one that is missing or broken counts as empty. What the store could not have written
-// itself is left out: contacts and groups without a name, and those whose name was there before.
+// itself is left out: contacts and groups without a name, those whose name was there before, those beyond the limits.
 void readGroups(DirectoryContents& contents);
 void readContacts(DirectoryContents& contents);
 

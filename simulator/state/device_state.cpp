@@ -6,21 +6,22 @@
 namespace simulator {
 namespace {
 
-bool hasServer(const ConfigStore& config, int account) {
-  if (!config.get(accountConfigName("AccountSIPServerHost", account)).empty()) return true;
-  const std::string path = phonePath("/config/user/voip/sipAccount" + std::to_string(account) + ".cfg");
-  const IniFile file(readFile(path).value_or(""));
-  return !file.get("sipserver1", "server").value_or("").empty() ||
-         !file.get("sipserver2", "server").value_or("").empty();
-}
-
 int statusOf(const ConfigStore& config, int account) {
   if (config.get(accountConfigName("AccountEnable", account)) != "1") return kDisabled;
-  if (!hasServer(config, account)) return kRegisterFailed;
+  if (sipServer(config, account).empty()) return kRegisterFailed;
   return config.get(accountConfigName("AccountUserName", account)).empty() ? kUnregistered : kRegistered;
 }
 
 }  // namespace
+
+std::string sipServer(const ConfigStore& config, int account) {
+  std::string server = config.get(accountConfigName("AccountSIPServerHost", account));
+  if (!server.empty()) return server;
+  const std::string path = phonePath("/config/user/voip/sipAccount" + std::to_string(account) + ".cfg");
+  const IniFile file(readFile(path).value_or(""));
+  server = file.get("sipserver1", "server").value_or("");
+  return !server.empty() ? server : file.get("sipserver2", "server").value_or("");
+}
 
 void DeviceState::bringUp(const ConfigStore& config) {
   talking = false;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ctime>
 #include <map>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
@@ -15,6 +16,9 @@
 namespace simulator {
 
 inline constexpr int kAccountCount = 16;
+
+// The SIP server that an account registers with; empty without one.
+std::string sipServer(const ConfigStore& config, int account);
 
 struct ExpansionModule {
   int type = 0;
@@ -52,6 +56,9 @@ struct DeviceState {
   void registerAccount(const ConfigStore& config, int account);
 
   int registrationOf(int account) const;
+
+  // The phone's clock, in seconds since the epoch.
+  std::time_t time() const { return std::time(nullptr) + clockOffset; }
 
   nlohmann::ordered_json json() const;
   // Merges a patch. A member that is null goes back to what the phone itself came up with. The error text names the
