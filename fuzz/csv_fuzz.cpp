@@ -1,5 +1,6 @@
 // CSV files of contacts: any bytes are parsed, and what is imported is what was parsed. Input: the columns' fields, a
 // line of digits, then the file.
+#include <algorithm>
 #include <pugixml.hpp>
 
 #include "fuzz/phone.h"

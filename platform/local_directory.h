@@ -79,9 +79,9 @@ class CContactLocalManager {
   // The name of the first contact with that office, mobile or other number; empty when nobody has it.
   std::string GetContactNameByPhoneNumber(const std::string& number);
 
-  // An unknown group, or an empty name, means group 0.
+  // An unknown group, or an empty name, means group 0; an empty ring or photo the phone's default.
   int AddContact(const std::string& groupName, const ContactGeneralItemData& contact);
-  // An unknown group, or an empty name, leaves the contact in its group.
+  // An unknown group, or an empty name, leaves the contact in its group; an empty ring or photo leaves it its own.
   int UpdateContactData(const std::string& oldName, const ContactGeneralItemData& contact);
   // All or none of the contacts.
   int RemoveContactList(const OrbList<std::string>& names);

@@ -76,6 +76,8 @@ int updateContact(DirectoryContents& contents, const std::string& oldName, Conta
   const DirectoryGroup* group = contents.group(contact.groupName);
   const int id = group != nullptr ? group->id : old->group;
   if (id == kBlacklistId && isBlacklistFull(contents, old->group != kBlacklistId)) return kBlacklistFull;
+  if (contact.ring.empty()) contact.ring = old->data.ring;
+  if (contact.photo.empty()) contact.photo = old->data.photo;
   completeContact(contact);
   *old = {std::move(contact), id};
   return kDirectoryDone;
