@@ -182,6 +182,10 @@ int main(int argc, char** argv) {
   add("settings-areacode", {}, "AreaCode");
   add("settings-autop", {{"now", "false"}}, "AutoProvisionUser");
   add("settings-tr069", {}, "TR069ServerURL");
+  add("contacts-favorite", {{"enabled", "history"}, {"searchenabled", "ldap_search"}}, "FeaturesRecentCallEnable");
+  add("contacts-remote", {{"RemotePhoneBook0URL", ""}}, "RemotePhoneBook0Name");
+  add("contacts-LDAP", {}, "LDAPhost");
+  add("contacts-broadsoft", {}, "NetworkDirectoryGroupDisplayname");
   add("contacts-multicastIP", {}, "ListenAddress1Label");
   add("security", {}, nullptr);
   add("hidden", {}, "HeadsetSend");

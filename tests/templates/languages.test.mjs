@@ -41,7 +41,7 @@ for (const [text, file] of [...templates.flatMap((template) => withFile(template
   shown.set(tidy(text), [...shown.get(tidy(text)) ?? [], file]);
 }
 // Names and abbreviations that are the same in every language.
-const same = new Set(["IPv4", "IPv6", "IPv4 & IPv6", "DHCP", "PPPoE", "UDP", "TCP", "TLS", "DNS SRV", "STUN", "ACD", "Proxy-Require", "RPort", "user=phone", "TR-069"]);
+const same = new Set(["IPv4", "IPv6", "IPv4 & IPv6", "DHCP", "PPPoE", "UDP", "TCP", "TLS", "DNS SRV", "STUN", "ACD", "Proxy-Require", "RPort", "user=phone", "TR-069", "LDAP", "HTTP", "HTTPS"]);
 
 test("every sentence in a handler is listed as a text it can show, and every listed text is in a handler", () => {
   const listed = new Set(phoneTexts);

@@ -54,6 +54,18 @@ function isActionUrl(text) {
   return /^https?:\/\/[^\s/?#]/i.test(filled) && !/\s/.test(text) && URL.canParse(filled);
 }
 
+// LDAP's: a filter in parentheses, which hold filters again.
+function isFilter(text) {
+  if (!text.startsWith("(")) return false;
+  let depth = 0;
+  for (const [index, sign] of [...text].entries()) {
+    if (sign === "(") depth += 1;
+    else if (sign === ")") depth -= 1;
+    if (depth < 0 || (depth === 0 && index + 1 < text.length)) return false;
+  }
+  return depth === 0;
+}
+
 export const checks = {
   ipv4: (text) => ipv4Bytes(text) ? "" : t("Enter an IPv4 address such as 192.168.1.20."),
   ipv6: (text) => isIPv6(text) ? "" : t("Enter an IPv6 address such as 2001:db8::20."),
@@ -75,6 +87,7 @@ export const checks = {
   trustList: (text) => text.toLowerCase() === "any" || text.split(",").every(isTrusted) ? "" : t("Enter IP addresses separated by commas, without spaces, with * for any part, or the word any."),
   actionUrl: (text) => isActionUrl(text) ? "" : t("Enter an address that begins with http:// or https://, without spaces."),
   tone: (text) => text.split(",").every((piece) => tonePiece.test(piece)) ? "" : t("Enter parts such as 425/480 separated by commas, without spaces."),
+  filter: (text) => isFilter(text) ? "" : t("Enter a filter such as (|(cn=%)(sn=%))."),
   key16: (text) => text.length === 16 ? "" : t("Enter exactly 16 characters."),
 };
 

@@ -1,6 +1,7 @@
 // Two lists whose items are put in order and moved from one to the other: by the buttons of each item, by Alt and an
-// arrow key, or by dragging. Each list writes its items' data-entry, joined by commas, to the hidden field that its
-// data-field names.
+// arrow key, or by dragging. Each list writes its items' data-entry, joined by commas, to the hidden field beside it.
+// Items with hidden fields of their own are posted by these, under the name that their list's data-field gives them; the
+// field beside the list then has no name and only tells whether something was changed.
 import { t } from "./i18n.js";
 
 const nameOf = (item) => item.querySelector("span").textContent;
@@ -11,8 +12,7 @@ export function orderLists(lists, moveTexts) {
   news.className = "only-read";
   news.setAttribute("role", "status");
   lists[0].after(news);
-  const { form } = document.querySelector(`input[name="${lists[0].dataset.field}"]`);
-  const fieldOf = (list) => form.elements[list.dataset.field];
+  const fieldOf = (list) => list.parentElement.querySelector(":scope > input");
   const otherOf = (list) => lists[1 - lists.indexOf(list)];
   const items = lists.map((list) => [...list.children]);
 
@@ -20,6 +20,7 @@ export function orderLists(lists, moveTexts) {
     for (const list of lists) {
       fieldOf(list).value = [...list.children].map((item) => item.dataset.entry).join(",");
       [...list.children].forEach((item) => {
+        item.querySelector("input")?.setAttribute("name", list.dataset.field);
         item.querySelector("[data-step='-1']").disabled = !item.previousElementSibling;
         item.querySelector("[data-step='1']").disabled = !item.nextElementSibling;
         item.querySelector("[data-over]").textContent = moveTexts[lists.indexOf(list)];
@@ -100,7 +101,7 @@ export function orderLists(lists, moveTexts) {
   }
   store();
   for (const list of lists) fieldOf(list).dataset.stored = fieldOf(list).value;
-  form.addEventListener("reset", () => {
+  lists[0].closest("form").addEventListener("reset", () => {
     lists.forEach((list, index) => list.append(...items[index]));
     store();
   });

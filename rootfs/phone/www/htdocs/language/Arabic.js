@@ -134,6 +134,9 @@ window.phoneLanguage = {
     "Auto": "تلقائي",
     "Label": "التسمية",
     "Password": "كلمة المرور",
+    "Display name": "الاسم المعروض",
+    "The host name or IP address of the server.": "اسم مضيف الخادم أو عنوان IP.",
+    "Port": "المنفذ",
 
     // Basic account page
     "Calls": "المكالمات",
@@ -158,6 +161,25 @@ window.phoneLanguage = {
 
     // Multicast paging
     "Multicast paging": "النداء الجماعي",
+
+    // Lists that are put in order
+    "Use": "استخدام",
+    "Remove": "إزالة",
+    "Move up: %1": "إلى أعلى: %1",
+    "Move down: %1": "إلى أسفل: %1",
+    "%1: %2, %3 of %4": "%1: %2، %3 من %4",
+
+    // Directories
+    "Favourites": "المفضلة",
+    "Remote phone books": "دفاتر الهاتف البعيدة",
+    "Network directories": "أدلة الشبكة",
+    "History": "سجل المكالمات",
+    "Network Calllog": "سجل مكالمات الشبكة",
+    "Local Contacts": "جهات الاتصال",
+    "Remote Phone Book": "دفاتر الهاتف البعيدة",
+    "Network Directories": "أدلة الشبكة",
+    "Remote Phonebook": "دفاتر الهاتف البعيدة",
+    "Error:Write remote_phonebook_list.xml error!": "تعذّر على الهاتف حفظ دفاتر الهاتف.",
 
     // Provisioning
     "Provisioning": "التزويد",
@@ -245,6 +267,7 @@ window.phoneLanguage = {
     "Enter IP addresses separated by commas, without spaces, with * for any part, or the word any.": "أدخل عناوين IP تفصل بينها فواصل دون مسافات، مع * لأي جزء، أو الكلمة any.",
     "Enter an address that begins with http:// or https://, without spaces.": "أدخل عنوانًا دون مسافات يبدأ بـ http:// أو https://.",
     "Enter parts such as 425/480 separated by commas, without spaces.": "أدخل أجزاء مثل 425/480 تفصل بينها فواصل دون مسافات.",
+    "Enter a filter such as (|(cn=%)(sn=%)).": "أدخل مرشّحًا مثل (|(cn=%)(sn=%)).",
     "Enter at least %1.": "أدخل %1 على الأقل.",
     "Enter at most %1.": "أدخل %1 على الأكثر.",
   },

@@ -134,6 +134,9 @@ window.phoneLanguage = {
     "Auto": "Automatisch",
     "Label": "Beschriftung",
     "Password": "Passwort",
+    "Display name": "Anzeigename",
+    "The host name or IP address of the server.": "Der Hostname oder die IP-Adresse des Servers.",
+    "Port": "Port",
 
     // Basic account page
     "Calls": "Anrufe",
@@ -158,6 +161,25 @@ window.phoneLanguage = {
 
     // Multicast paging
     "Multicast paging": "Durchsagen",
+
+    // Lists that are put in order
+    "Use": "Benutzen",
+    "Remove": "Entfernen",
+    "Move up: %1": "Nach oben: %1",
+    "Move down: %1": "Nach unten: %1",
+    "%1: %2, %3 of %4": "%1: %2, %3 von %4",
+
+    // Directories
+    "Favourites": "Favoriten",
+    "Remote phone books": "Entfernte Telefonbücher",
+    "Network directories": "Netzverzeichnisse",
+    "History": "Anrufliste",
+    "Network Calllog": "Anrufliste im Netz",
+    "Local Contacts": "Kontakte",
+    "Remote Phone Book": "Entfernte Telefonbücher",
+    "Network Directories": "Netzverzeichnisse",
+    "Remote Phonebook": "Entfernte Telefonbücher",
+    "Error:Write remote_phonebook_list.xml error!": "Das Telefon konnte die Telefonbücher nicht speichern.",
 
     // Provisioning
     "Provisioning": "Bereitstellung",
@@ -245,6 +267,7 @@ window.phoneLanguage = {
     "Enter IP addresses separated by commas, without spaces, with * for any part, or the word any.": "Geben Sie IP-Adressen durch Kommas getrennt und ohne Leerzeichen ein, mit * für einen beliebigen Teil, oder das Wort any.",
     "Enter an address that begins with http:// or https://, without spaces.": "Geben Sie eine Adresse ohne Leerzeichen ein, die mit http:// oder https:// beginnt.",
     "Enter parts such as 425/480 separated by commas, without spaces.": "Geben Sie Teile wie 425/480 durch Kommas getrennt und ohne Leerzeichen ein.",
+    "Enter a filter such as (|(cn=%)(sn=%)).": "Geben Sie einen Filter wie (|(cn=%)(sn=%)) ein.",
     "Enter at least %1.": "Geben Sie mindestens %1 ein.",
     "Enter at most %1.": "Geben Sie höchstens %1 ein.",
   },
