@@ -43,6 +43,12 @@ const rows = [
   ["contacts-multicastIP", {}, { ListenAddress7Label: "Hall" }, [], [["ListenAddress7IPAddress", multicast,
     ["192.168.1.1:5010", "224.0.1.75:0", "240.0.0.1", "224.0.1"], "239.255.255.255:65535", "224.0.1.75"]],
   { ListenAddress7IPAddress: "224.0.1.75", ListenAddress7Label: "Hall" }],
+  ["contacts-remote", {}, { SearchNameFromRemoteSwitch: true, RemotePhoneBook1Name: "Sales" }, ["SRemoteNameFlashTime"], [
+    ["RemotePhoneBook1URL", url, ["http://", "a b"], "https://a.example/b.xml?c=1&amp;d"],
+    ["SRemoteNameFlashTime", "Enter a whole number from 120 to 2592000.", "60", "120"]], { SRemoteNameFlashTime: "120" }],
+  ["contacts-LDAP", { LDAPpswd: "kept-secret" }, { LDAPSwitch: true }, [], [["LDAPhost", required, "", "ldap.example.com"],
+    ["LDAPNameFilter", "Enter a filter such as (|(cn=%)(sn=%)).", ["cn=%", "(cn=%", "(cn=%))", "(a)(b)"], "", "(&(cn=%)(!(sn=%)))"]],
+  { LDAPSwitch: "1", LDAPhost: "ldap.example.com", LDAPNameFilter: "(&(cn=%)(!(sn=%)))", LDAPpswd: "kept-secret" }],
   ["settings-areacode", {}, {}, [], [
     ["AreaCode", "Enter digits, *, # and + only.", "05 71", "0571"], ["AreaCodeMinLen", "", "8"], ["AreaCodeMaxLen", "Enter at least 8.", "7"],
     ["AreaCodeMaxLen", "Enter a whole number from 1 to 15.", "16", "8"], ["AreaCodeAccount", accounts, "0,1", "1,2"]]],
