@@ -24,26 +24,27 @@ test("favourites are stored as they are arranged, and a list that was not touche
 });
 
 test("custom directories appear as boxes when the phone has loaded them, or the reason why it has not", async () => {
-  await phone.configure({ BsftCustom: "1", BsftCustomListStatus: "2", BsftCustomListAll: "A & <b>,Sales", BsftCustomListUse: "Sales" });
-  const page = await phone.openAs("admin", "p=contacts-broadsoft&q=load&ask=1", { timed: true });
+  await phone.configure({ BsftCustomListUse: "Sales" });
+  await phone.state({ networkDirectories: ["A & <b>", "Sales"] });
+  const page = await phone.openAs("admin", "contacts-broadsoft");
   const box = (name) => page.getByRole("checkbox", { name });
-  const told = page.locator("#custom .outcome");
+  await enter(page, { BsftCustom: true });
+  await phone.assertSaves(page, { BsftCustom: "1" });
   await page.getByText("The phone is loading the list…").waitFor();
-  await enter(page, { AccountBroadsoftXSIUserID: "2001" });
-  await phone.configure({ BsftCustomListStatus: "3" });
-  await page.clock.fastForward(2000);
+  await enter(page, { AccountBroadsoftXSIUserID: "2001" });  // loading does not take it back
   await box("A & <b>").check();
   assert.equal(await box("Sales").isChecked(), true);
-  assert.equal(await told.textContent(), "");
+  assert.equal(await page.textContent("#custom .outcome"), "");
   assert.deepEqual(await axe(page), []);
   await phone.assertSaves(page, { BsftCustomListUse: "A & <b>,Sales", "AccountBroadsoftXSIUserID@0": "2001" });
 
-  for (const [status, all, text] of [["4", "x", "The phone could not load the list: no <b> & no %s"], ["3", "", "The server has no custom directories."]]) {
-    await phone.configure({ BsftCustomListStatus: status, BsftCustomListAll: all, BsftCustomListFailReason: "no <b> & no %s" });
-    await phone.go(page, "contacts-broadsoft");
+  for (const [networkDirectories, networkDirectoryError, text] of [
+    [["x"], "no <b> & no %s", "The phone could not load the list: no <b> & no %s"], [[], "", "The server has no custom directories."],
+  ]) {
+    await phone.state({ networkDirectories, networkDirectoryError });
+    await phone.assertSaves(page, { BsftCustomListUse: "A & <b>,Sales" });  // a list that does not show stays as it is
     await page.getByText(text).waitFor();
     assert.equal(await page.locator("#custom input[type=checkbox]").count(), 0);
   }
-  await phone.assertSaves(page, { BsftCustomListUse: "A & <b>,Sales" });  // a list that does not show stays as it is
   assert.deepEqual(await axe(page), []);
 });
