@@ -4,7 +4,7 @@
 #include <string>
 
 // A setting is a secret when its name holds one of these, in any letter case.
-inline constexpr const char* kSecretWords[] = {"password", "passwd", "pwd", "pin", "aeskey", "secret"};
+inline constexpr const char* kSecretWords[] = {"password", "passwd", "pswd", "pwd", "pin", "aeskey", "secret"};
 
 // The current value; empty when the key has none or is null.
 std::string configParser_GetConfigString(const char* key);
