@@ -33,7 +33,7 @@ TEST_F(PageTest, NothingIsSavedDuringACall) {
     for (const std::string& name : load(page, "acc=0").names) fields += "&" + name + "=9";
     announced();
     const std::string before = everythingStored();
-    const RecordingResponse answer = save(page, fields);
+    const RecordingResponse answer = run(page, record.save, fields);
     EXPECT_EQ(answer.variable("noticeLabel"), "setTimeout$notice$Talking, Please wait...") << page;
     EXPECT_TRUE(answer.redirects.empty() && everythingStored() == before) << page;
     EXPECT_EQ(announced(), "") << page;

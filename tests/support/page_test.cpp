@@ -26,7 +26,9 @@ WalkRecord walkRecord(const std::string& page) {
     const auto found = all.find(name);
     if (found == all.end()) continue;
     record.action = found->value("q", record.action);
+    record.save = found->value("save", record.save);
     record.noForm = found->value("noForm", record.noForm);
+    record.storedElsewhere = found->value("storedElsewhere", record.storedElsewhere);
     const auto add = [&](const char* member, auto& values) {
       const nlohmann::json object = found->value(member, nlohmann::json::object());
       for (const auto& [key, value] : object.items()) values.emplace(key, value);
@@ -34,6 +36,7 @@ WalkRecord walkRecord(const std::string& page) {
     add("open", record.open);
     add("post", record.post);
     add("settings", record.settings);
+    add("files", record.files);
     add("unstored", record.unstored);
     add("unused", record.unused);
   }

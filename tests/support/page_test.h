@@ -15,10 +15,13 @@ const std::map<std::string, std::string>& pageList();
 // there for "*" holds for all pages.
 struct WalkRecord {
   std::string action = "load";  // that opens the page
+  std::string save = "write";   // that a form of the page stores with
   std::string noForm;           // why the page has no form of its own; empty when it has one
+  std::string storedElsewhere;  // where its forms are stored; empty when that is the configuration
   Fields open;                  // further fields to open it
   Fields post;                  // fields that a save needs beside those of the form
   Values settings;              // configuration with which all of the form shows
+  Values files;                 // files of the phone, hostile texts in them, before it is opened
   Values unstored;              // fields that are not stored under their own names, each with the reason
   Values unused;                // variables that the template does not use, each with the reason
 };
