@@ -13,6 +13,7 @@ const moduleNames = { 0: "38-key module", 1: "40-key module", 5: "Colour key mod
 const messageNames = {
   0x10007: "configuration changed", 0x10101: "reboot", 0x10103: "reset to factory", 0x30006: "registration?",
   0x30007: "idle?", 0x3000e: "expansion modules?", 0x30011: "hang up", 0x30017: "action URI", 0x3001a: "show pushed XML",
+  0x50004: "write the call history",
   0xa0001: "provisioning?", 0xa0002: "make a call",
 };
 const queries = new Set([0x30006, 0x30007, 0x3000e]);

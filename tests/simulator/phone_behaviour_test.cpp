@@ -39,6 +39,37 @@ TEST_F(BehaviourTest, AnswersAsAHealthyPhone) {
   EXPECT_EQ(ask("app_hostapp", 0x30006, 99), 6);
 }
 
+TEST_F(BehaviourTest, AnswersReplaceWhatIsDone) {
+  setState(R"({"answers":{"app_hostapp 0x10007":3,"app_hostapp 0xa0002":-1},"missingApplications":["smGui"],
+    "registration":[3]})");
+  const std::string before = everythingStored();
+  EXPECT_EQ(ask("app_hostapp", 0x10007, 0x2e), 3);
+  post("app_hostapp", 0x10007, 0x37);
+  EXPECT_EQ(msgPostMsgToThreadEx(msgGetThreadByName("app_hostapp"), 0xa0002, 100, 0, "1", 2), -1);
+  changed(3, 0);
+  EXPECT_EQ(ask("app_hostapp", 0x30006), 3);
+  EXPECT_EQ(everythingStored(), before);
+  EXPECT_EQ(messages()[2], "post app_hostapp 0xa0002 100 0 [1]");
+  EXPECT_EQ(msgGetThreadByName("smGui"), nullptr);
+  setState(R"({"answers":{"app_hostapp 0x10007":null},"missingApplications":null})");
+  EXPECT_EQ(ask("app_hostapp", 0x10007, 0x2e), 1);
+  EXPECT_NE(msgGetThreadByName("smGui"), nullptr);
+}
+
+TEST_F(BehaviourTest, DirectoriesOnServersTakeASecond) {
+  const auto fetched = [] {
+    post("app_hostapp", 0x10007, 0x37);
+    const std::string seen = config("BsftCustomListStatus");
+    std::this_thread::sleep_for(std::chrono::milliseconds(1050));
+    return seen + configParser_GetConfigString("BsftCustomListStatus");
+  };
+  setState(R"({"networkDirectories":["A","B b"]})");
+  EXPECT_EQ(fetched(), "23");
+  setState(R"({"networkDirectoryError":"down"})");
+  EXPECT_EQ(fetched(), "24");
+  EXPECT_EQ(config("BsftCustomListFailReason BsftCustomListAll"), "down|A,B b");
+}
+
 TEST_F(BehaviourTest, ProvisioningRunsForAWhile) {
   const auto start = std::chrono::steady_clock::now();
   post("autoServer", 0x1000b);
