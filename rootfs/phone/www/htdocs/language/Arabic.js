@@ -137,6 +137,7 @@ window.phoneLanguage = {
     "Display name": "الاسم المعروض",
     "The host name or IP address of the server.": "اسم مضيف الخادم أو عنوان IP.",
     "Port": "المنفذ",
+    "Number": "الرقم",
 
     // Basic account page
     "Calls": "المكالمات",

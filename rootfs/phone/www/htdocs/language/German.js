@@ -137,6 +137,7 @@ window.phoneLanguage = {
     "Display name": "Anzeigename",
     "The host name or IP address of the server.": "Der Hostname oder die IP-Adresse des Servers.",
     "Port": "Port",
+    "Number": "Nummer",
 
     // Basic account page
     "Calls": "Anrufe",

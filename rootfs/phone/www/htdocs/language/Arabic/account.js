@@ -149,7 +149,6 @@ export default {
   "Payload type": "نوع الحمولة",
   "The number of the RTP payload, usually 101.": "رقم حمولة RTP، وهو عادةً 101.",
   "Voice mail": "البريد الصوتي",
-  "Number": "الرقم",
   "The mailbox number, which the message key calls.": "رقم صندوق البريد، ويتصل به مفتاح الرسائل.",
   "Subscribe to messages": "الاشتراك في الرسائل",
   "The server reports waiting messages (MWI).": "يبلّغ الخادم عن الرسائل المنتظرة (MWI).",

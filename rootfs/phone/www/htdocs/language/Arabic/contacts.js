@@ -96,4 +96,12 @@ export default {
   "Network call log": "سجل مكالمات الشبكة",
   "The phone shows the calls that the server has noted, from all your phones.": "يعرض الهاتف المكالمات التي سجّلها الخادم من جميع هواتفك.",
   "Accounts of the call log": "حسابات سجل المكالمات",
+  // Dialling
+  "Call": "اتصال",
+  "Hang up": "إنهاء المكالمة",
+  "Close": "إغلاق",
+  "The phone is calling %1.": "يتصل الهاتف بالرقم %1.",
+  "The phone did not dial. Either your computer is not one of its trusted clients, or the number is wrong.": "لم يتصل الهاتف. إما أن حاسوبك ليس من العناوين الموثوقة أو أن الرقم غير صحيح.",
+  "The phone has hung up.": "أنهى الهاتف المكالمة.",
+  "No account is registered, so the phone cannot call.": "لا يوجد حساب مسجَّل، لذلك لا يستطيع الهاتف الاتصال.",
 };

@@ -149,7 +149,6 @@ export default {
   "Payload type": "Payload-Typ",
   "The number of the RTP payload, usually 101.": "Die Nummer der RTP-Nutzdaten, meist 101.",
   "Voice mail": "Voicemail",
-  "Number": "Nummer",
   "The mailbox number, which the message key calls.": "Die Nummer der Mailbox, die die Nachrichtentaste anruft.",
   "Subscribe to messages": "Nachrichten abonnieren",
   "The server reports waiting messages (MWI).": "Der Server meldet wartende Nachrichten (MWI).",

@@ -96,4 +96,12 @@ export default {
   "Network call log": "Anrufliste im Netz",
   "The phone shows the calls that the server has noted, from all your phones.": "Das Telefon zeigt die Anrufe, die der Server notiert hat, von allen Ihren Telefonen.",
   "Accounts of the call log": "Konten der Anrufliste",
+  // Dialling
+  "Call": "Anrufen",
+  "Hang up": "Auflegen",
+  "Close": "Schließen",
+  "The phone is calling %1.": "Das Telefon ruft %1 an.",
+  "The phone did not dial. Either your computer is not one of its trusted clients, or the number is wrong.": "Das Telefon hat nicht gewählt. Entweder gehört Ihr Computer nicht zu den vertrauten Adressen, oder die Nummer ist falsch.",
+  "The phone has hung up.": "Das Telefon hat aufgelegt.",
+  "No account is registered, so the phone cannot call.": "Kein Konto ist registriert, deshalb kann das Telefon nicht anrufen.",
 };
