@@ -4,7 +4,7 @@
 
 namespace {
 
-std::string digits(int number, std::size_t width) {
+std::string digits(long long number, std::size_t width) {
   const std::string text = std::to_string(number);
   return std::string(text.size() < width ? width - text.size() : 0, '0').append(text);
 }
@@ -37,8 +37,8 @@ bool LocalTime2StrTime(std::time_t time, std::string& part1, std::string& part2,
   const std::string day = digits(local.tm_mday, 2);
   const std::string month = digits(local.tm_mon + 1, 2);
   const std::string monthName = GetMonth(local.tm_mon + 1);
-  const std::string year = digits(local.tm_year + 1900, 4);
-  const std::string shortYear = std::to_string((local.tm_year + 1900) % 100);
+  const std::string year = digits(local.tm_year + 1900LL, 4);
+  const std::string shortYear = std::to_string((local.tm_year + 1900LL) % 100);
   const struct {
     const std::string &part1, &part2, &part3;
     const char* separator;

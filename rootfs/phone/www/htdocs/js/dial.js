@@ -19,14 +19,12 @@ function show(text, kind = "error") {
   trust.hidden = true;
 }
 
-const answers = {
-  "call success": (number) => show(t("The phone is calling %1.", number), "success"),
-  "call failed": () => {
-    show(t("The phone did not dial. Either your computer is not one of its trusted clients, or the number is wrong."));
-    trust.hidden = false;
-  },
-  "hangup success": () => show(t("The phone has hung up."), "success"),
-};
+const kinds = { "call success": "success", "call failed": "error", "hangup success": "success" };
+
+function showAnswer(answer) {
+  show(t(answer), kinds[answer]);
+  trust.hidden = answer !== "call failed";
+}
 
 // A notice is "timer$page$message".
 const showNotice = (page) => show(t(JSON.parse(page).variables.noticeLabel.split("$").slice(2).join("$")), "warning");
@@ -40,7 +38,7 @@ async function command(action, fields) {
   });
   const answer = await response.text();
   if (response.redirected) return () => show(t("You have been logged out. Reload the page to log in."), "warning");
-  return () => answer in answers ? answers[answer](fields.num) : showNotice(answer);
+  return () => answer in kinds ? showAnswer(answer) : showNotice(answer);
 }
 
 async function run(action, fields = {}) {

@@ -35,6 +35,7 @@ window.phoneLanguage = {
     "Save only": "حفظ فقط",
     "Cancel": "إلغاء",
     "Go back": "رجوع",
+    "Show": "عرض",
     "Current value": "القيمة الحالية",
     "Saved.": "تم الحفظ.",
     "Discard the unsaved changes?": "هل تريد تجاهل التغييرات غير المحفوظة؟",
@@ -138,6 +139,7 @@ window.phoneLanguage = {
     "The host name or IP address of the server.": "اسم مضيف الخادم أو عنوان IP.",
     "Port": "المنفذ",
     "Number": "الرقم",
+    "Port": "المنفذ",
 
     // Basic account page
     "Calls": "المكالمات",
@@ -181,6 +183,14 @@ window.phoneLanguage = {
     "Network Directories": "أدلة الشبكة",
     "Remote Phonebook": "دفاتر الهاتف البعيدة",
     "Error:Write remote_phonebook_list.xml error!": "تعذّر على الهاتف حفظ دفاتر الهاتف.",
+    // Call history
+    "Call history": "سجل المكالمات",
+    "Error:Item is wrong!": "لم يعد هذا الحساب موجودًا أو أن البيانات ناقصة.",
+
+    // Dialling
+    "call success": "يتصل الهاتف بهذا الرقم.",
+    "call failed": "لم يتصل الهاتف. إما أن حاسوبك ليس من العناوين الموثوقة أو أن الرقم غير صحيح.",
+    "hangup success": "أنهى الهاتف المكالمة.",
 
     // Provisioning
     "Provisioning": "التزويد",

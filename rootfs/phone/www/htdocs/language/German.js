@@ -35,6 +35,7 @@ window.phoneLanguage = {
     "Save only": "Nur speichern",
     "Cancel": "Abbrechen",
     "Go back": "Zurück",
+    "Show": "Anzeigen",
     "Current value": "Aktueller Wert",
     "Saved.": "Gespeichert.",
     "Discard the unsaved changes?": "Nicht gespeicherte Änderungen verwerfen?",
@@ -138,6 +139,7 @@ window.phoneLanguage = {
     "The host name or IP address of the server.": "Der Hostname oder die IP-Adresse des Servers.",
     "Port": "Port",
     "Number": "Nummer",
+    "Port": "Port",
 
     // Basic account page
     "Calls": "Anrufe",
@@ -181,6 +183,14 @@ window.phoneLanguage = {
     "Network Directories": "Netzverzeichnisse",
     "Remote Phonebook": "Entfernte Telefonbücher",
     "Error:Write remote_phonebook_list.xml error!": "Das Telefon konnte die Telefonbücher nicht speichern.",
+    // Call history
+    "Call history": "Anrufliste",
+    "Error:Item is wrong!": "Dieses Konto gibt es nicht mehr, oder die Angaben sind unvollständig.",
+
+    // Dialling
+    "call success": "Das Telefon ruft diese Nummer an.",
+    "call failed": "Das Telefon hat nicht gewählt. Entweder gehört Ihr Computer nicht zu den vertrauten Adressen, oder die Nummer ist falsch.",
+    "hangup success": "Das Telefon hat aufgelegt.",
 
     // Provisioning
     "Provisioning": "Bereitstellung",

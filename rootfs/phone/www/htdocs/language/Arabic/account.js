@@ -1,6 +1,5 @@
 export default {
   // Frame
-  "Show": "عرض",
 
   // Register
   "How an account registers with its SIP servers.": "كيف يسجَّل الحساب لدى خوادم SIP.",

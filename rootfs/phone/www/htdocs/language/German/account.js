@@ -1,6 +1,5 @@
 export default {
   // Frame
-  "Show": "Anzeigen",
 
   // Register
   "How an account registers with its SIP servers.": "Wie sich ein Konto bei seinen SIP-Servern registriert.",
