@@ -186,6 +186,8 @@ int main(int argc, char** argv) {
   add("contacts-remote", {{"RemotePhoneBook0URL", ""}}, "RemotePhoneBook0Name");
   add("contacts-LDAP", {}, "LDAPhost");
   add("contacts-broadsoft", {}, "NetworkDirectoryGroupDisplayname");
+  add("contacts-callinfo", {}, nullptr);
+  add("contacts-calllog", {}, nullptr);
   add("contacts-multicastIP", {}, "ListenAddress1Label");
   add("security", {}, nullptr);
   add("hidden", {}, "HeadsetSend");
