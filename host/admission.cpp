@@ -45,9 +45,11 @@ bool isPlainLink(const RequestHead& head) {
   return head.path == "/servlet" && head.field("p") && action && (*action == "load" || *action == "loginForm");
 }
 
-Route routeOf(std::string_view path) {
+Route routeOf(std::string_view path, const AdmissionRules& rules) {
+  const auto isUserFile = [&](const std::string& prefix) { return path.starts_with(prefix); };
   if (path == "/") return Route::kHome;
   if (path == "/servlet") return Route::kServlet;
+  if (std::ranges::any_of(rules.userPrefixes, isUserFile)) return Route::kUserFile;
   return path.starts_with("/simulator/") ? Route::kSimulator : Route::kStatic;
 }
 
@@ -143,7 +145,7 @@ Verdict judge(const RequestHead& head, const AdmissionRules& rules, bool rebooti
 
 Admission admit(const RequestHead& head, const AdmissionRules& rules, bool rebooting) {
   Admission admission;
-  admission.route = routeOf(head.path);
+  admission.route = routeOf(head.path, rules);
   admission.maxBody = maxBodyOf(admission.route, head, rules);
   admission.refusal = judge(head, rules, rebooting, admission);
   return admission;

@@ -14,12 +14,13 @@ namespace host {
 inline constexpr std::size_t kMaxTarget = 8 * 1024;           // of a request; 414 beyond
 inline constexpr std::size_t kMaxGatheredBody = 1024 * 1024;  // received before the handler's turn
 
-enum class Route { kStatic, kServlet, kSimulator, kHome };
+enum class Route { kStatic, kServlet, kSimulator, kHome, kUserFile };
 
 struct AdmissionRules {
   std::size_t maxUpload = 0;  // bytes of the longest body
   bool hasSimulator = false;
-  std::vector<std::string> names = {};  // of the phone, as hostName() gives them, beside those it always goes by
+  std::vector<std::string> names = {};         // of the phone, as hostName() gives them, beside those it always goes by
+  std::vector<std::string> userPrefixes = {};  // of the addresses of users' files
 };
 
 struct Refusal {

@@ -150,6 +150,8 @@ MHD_Result Exchange::takeEnd() {
       return send(redirectAnswer(kHomePage));
     case Route::kStatic:
       return send(staticAnswer());
+    case Route::kUserFile:
+      return send(userFileAnswer());
     case Route::kSimulator:
       return send(simulatorAnswer());
     default:
@@ -212,6 +214,16 @@ void Exchange::cancel() {
 Answer Exchange::staticAnswer() {
   auto answer = core_.files.answer(
       {head_.path, headerOf(connection_, "Accept-Encoding"), headerOf(connection_, "If-None-Match")});
+  return answer ? std::move(*answer) : errorAnswer(404, head_.wantsJson);
+}
+
+Answer Exchange::userFileAnswer() {
+  std::optional<Answer> answer;
+  for (const auto& [prefix, folder] : core_.settings.userFolders) {
+    if (!head_.path.starts_with(prefix) || !core_.runner.isLoggedIn(head_)) continue;
+    const std::string_view name = std::string_view(head_.path).substr(prefix.size());
+    answer = userFile(core_.settings.root / folder, {name, {}, headerOf(connection_, "If-None-Match")});
+  }
   return answer ? std::move(*answer) : errorAnswer(404, head_.wantsJson);
 }
 

@@ -64,6 +64,7 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
 
   Answer simulatorAnswer();
   Answer staticAnswer();
+  Answer userFileAnswer();
   MHD_Result send(Answer answer);
 
   void pause() override;

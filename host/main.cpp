@@ -71,6 +71,9 @@ host::ServerSettings settingsFor(const host::Options& options, const fs::path& r
   settings.accessLog = !options.quiet;
   settings.tlsCertificate = readText(options.tlsCertificate);
   settings.tlsKey = readText(options.tlsKey);
+  settings.userFolders = {{"/media/user/sound/", "data/userdata/sound"},
+                          {"/media/user/contact-image/", "data/userdata/contact-image"},
+                          {"/media/user/wallpaper/", "data/userdata/wallpaper"}};
   settings.simulator = control;
   settings.device = {simulator::rebooting, simulator::rebootCount};
   return settings;

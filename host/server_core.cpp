@@ -13,7 +13,9 @@ std::string makeSpoolFolder(const std::filesystem::path& root) {
 }
 
 AdmissionRules rulesFor(const ServerSettings& settings) {
-  return {settings.maxUpload, static_cast<bool>(settings.simulator), settings.names};
+  AdmissionRules rules{settings.maxUpload, static_cast<bool>(settings.simulator), settings.names};
+  for (const UserFolder& folder : settings.userFolders) rules.userPrefixes.push_back(folder.prefix);
+  return rules;
 }
 }  // namespace
 

@@ -28,6 +28,13 @@ struct MountReply {
 using Mount = std::function<MountReply(const std::string& method, const std::string& path,
                                        const std::map<std::string, std::string>& query, const std::string& body)>;
 
+// A folder that users of the phone fill, for those who are logged in: "/media/user/sound/" and "data/userdata/sound",
+// which lies below the root.
+struct UserFolder {
+  std::string prefix;  // of its files' addresses
+  std::filesystem::path folder;
+};
+
 struct ServerSettings {
   std::filesystem::path root;         // of the phone's file tree
   std::string address = "127.0.0.1";  // numeric, IPv4 or IPv6
@@ -37,7 +44,8 @@ struct ServerSettings {
   std::chrono::milliseconds rateWindow = kDefaultRateWindow;  // of the pace that a sender must keep
   bool accessLog = true;
   std::string tlsCertificate, tlsKey;  // PEM texts; both empty: plain HTTP
-  Mount simulator;                     // may be empty
+  std::vector<UserFolder> userFolders;
+  Mount simulator;  // may be empty
   Device device;
 };
 

@@ -1,5 +1,6 @@
 #include "host/servlet_runner.h"
 
+#include <chrono>
 #include <exception>
 
 #include "host/admission.h"
@@ -47,6 +48,11 @@ void ServletRunner::forgetSessionsAfterReboot() {
   const std::uint64_t now = settings_.device.rebootCount();
   if (now != reboots_) sessions_.clear();
   reboots_ = now;
+}
+
+bool ServletRunner::isLoggedIn(const RequestHead& head) const {
+  const bool rebooted = settings_.device.rebootCount && settings_.device.rebootCount() != reboots_;
+  return !rebooted && sessions_.isLoggedIn(head.sessionId, std::chrono::steady_clock::now());
 }
 
 Answer ServletRunner::run(const RequestHead& head, Body& body) {

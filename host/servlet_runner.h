@@ -1,6 +1,7 @@
 // What happens in a request's turn: the filter, then the page.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -32,6 +33,8 @@ class ServletRunner {
 
   // Answers one request to "/servlet". To be called in its turn alone; lets no exception out.
   Answer run(const RequestHead& head, Body& body);
+  // True when the client is logged in. Safe from any thread.
+  bool isLoggedIn(const RequestHead& head) const;
 
  private:
   Answer serve(const RequestHead& head, Body& body);
@@ -42,7 +45,7 @@ class ServletRunner {
   Settings settings_;
   SessionStore sessions_;
   TemplateRenderer renderer_;
-  std::uint64_t reboots_ = 0;
+  std::atomic<std::uint64_t> reboots_ = 0;
 };
 
 }  // namespace host

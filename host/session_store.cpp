@@ -51,19 +51,8 @@ void Session::setAttribute(const char* name, char* value) {
   } else {
     attributes_.push_back({name, std::move(text)});
   }
-  if (std::string_view(name) == "user") login();
+  if (std::string_view(name) == "user") store_.login(*this);
   if (id_.empty() && getAttribute(name)) store_.place(*this);
-}
-
-void Session::login() {
-  const char* user = getAttribute("user");
-  if (visitor_.posts) {
-    commander_.clear();
-  } else if (isNew_) {
-    commander_ = visitor_.address + " " + (user ? user : "");
-    store_.removeIf([&](const Session& other) { return &other != this && other.commander_ == commander_; });
-  }
-  if (!id_.empty()) store_.renewId(*this);
 }
 
 Session::Rank Session::rank() {
@@ -82,15 +71,17 @@ void Session::invalidate() {
 }
 
 void Session::setMaxInactiveInterval(int seconds) {
+  const SessionStore::Lock lock(store_.mutex_);
   idleTime_ = seconds > 0 ? std::chrono::seconds(seconds) : kDefaultIdleTime;
 }
 
 std::shared_ptr<Session> SessionStore::find(const std::string& id, Visitor visitor, SessionTime now) {
+  const Lock lock(mutex_);
   const auto at = sessions_.find(id);
   if (at == sessions_.end()) return nullptr;
   std::shared_ptr<Session> session = at->second;
   if (session->expired(now)) {
-    remove(*session);
+    erase(*session);
     return session;
   }
   session->used_ = now;
@@ -105,10 +96,31 @@ std::shared_ptr<Session> SessionStore::create(Visitor visitor, SessionTime now) 
 }
 
 void SessionStore::clear() {
+  const Lock lock(mutex_);
   removeIf([](const Session&) { return true; });
 }
 
+bool SessionStore::isLoggedIn(const std::string& id, SessionTime now) const {
+  const Lock lock(mutex_);
+  const auto at = sessions_.find(id);
+  return at != sessions_.end() && at->second->hasUser_ && !at->second->expired(now);
+}
+
+void SessionStore::login(Session& session) {
+  const Lock lock(mutex_);
+  const char* user = session.getAttribute("user");
+  session.hasUser_ = user && *user;
+  if (session.visitor_.posts) {
+    session.commander_.clear();
+  } else if (session.isNew_) {
+    session.commander_ = session.visitor_.address + " " + (user ? user : "");
+    removeIf([&](const Session& other) { return &other != &session && other.commander_ == session.commander_; });
+  }
+  if (!session.id_.empty()) renewId(session);
+}
+
 void SessionStore::place(Session& session) {
+  const Lock lock(mutex_);
   removeIf([&](const Session& other) { return other.expired(session.used_); });
   if (sessions_.size() >= kMaxSessions && !makeRoom(session.rank())) return;
   session.id_ = randomId();
@@ -129,6 +141,11 @@ void SessionStore::renewId(Session& session) {
 }
 
 void SessionStore::remove(Session& session) {
+  const Lock lock(mutex_);
+  erase(session);
+}
+
+void SessionStore::erase(Session& session) {
   session.valid_ = false;
   sessions_.erase(session.id_);  // whoever asked for the removal still holds the session
 }

@@ -1,9 +1,10 @@
-// The sessions of the browsers. Used in a turn alone, by one request at a time.
+// The sessions of the browsers. Used in a turn alone, by one request at a time, but for the question who is logged in.
 #pragma once
 
 #include <chrono>
 #include <cstdlib>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -54,7 +55,6 @@ class Session final : public HttpSession, public std::enable_shared_from_this<Se
   enum class Rank { kAnonymous, kCommands, kPerson };
 
   Attribute* find(std::string_view name);
-  void login();
   Rank rank();
   bool expired(SessionTime now) const { return now - used_ >= idleTime_; }
 
@@ -68,6 +68,7 @@ class Session final : public HttpSession, public std::enable_shared_from_this<Se
   bool isNew_ = true;      // made in that request
   std::string commander_;  // address and name, when a command brought the credentials along
   bool valid_ = true;
+  bool hasUser_ = false;  // the attribute "user" is not empty
 };
 
 // A client that sends commands with its credentials, and no cookie, logs in with each: such sessions give way to the
@@ -82,16 +83,26 @@ class SessionStore {
   // when the system gives no random bytes.
   std::shared_ptr<Session> create(Visitor visitor, SessionTime now);
   void clear();
+  // True for the session of somebody who is logged in. It does not count as use of the session. Safe from any thread.
+  bool isLoggedIn(const std::string& id, SessionTime now) const;
   std::size_t size() const { return sessions_.size(); }
 
  private:
   friend class Session;
+  using Lock = std::lock_guard<std::mutex>;
   void place(Session& session);
-  void renewId(Session& session);
+  void login(Session& session);
   void remove(Session& session);
+
+  // With the mutex held.
+  void renewId(Session& session);
+  void erase(Session& session);
   template <class Judge>
   void removeIf(const Judge& judge);
   bool makeRoom(Session::Rank rank);
+
+  // Guards the map and what isLoggedIn() looks at in a session: how long it lasts, and whether it has a user.
+  mutable std::mutex mutex_;
 
   std::unordered_map<std::string, std::shared_ptr<Session>> sessions_;
 };

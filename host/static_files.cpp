@@ -53,10 +53,27 @@ std::string etagOf(const struct stat& status, bool compressed) {
                 static_cast<unsigned long long>(status.st_size), compressed ? "-gz" : "");
   return text.data();
 }
+Answer answerWith(OpenFile open, const StaticRequest& request, std::string_view fileName, bool compressed) {
+  Answer answer;
+  const std::string etag = etagOf(open.status, compressed);
+  answer.headers = {{"ETag", etag}, {"Cache-Control", "no-cache"}};
+  if (matchesEtag(request.ifNoneMatch, etag)) {
+    answer.status = 304;
+    return answer;
+  }
+  answer.headers.push_back({"Content-Type", std::string(mediaTypeOf(fileName))});
+  answer.fileSize = static_cast<std::size_t>(open.status.st_size);
+  answer.file = std::move(open.file);
+  return answer;
+}
+
+bool isPictureOrSound(std::string_view type) {
+  return (type.starts_with("image/") && type != "image/svg+xml") || type.starts_with("audio/");
+}
 }  // namespace
 
 std::string_view mediaTypeOf(std::string_view fileName) {
-  static constexpr std::array<std::pair<std::string_view, std::string_view>, 18> kTypes{
+  static constexpr std::array<std::pair<std::string_view, std::string_view>, 19> kTypes{
       {{".html", "text/html; charset=utf-8"},
        {".htm", "text/html; charset=utf-8"},
        {".css", "text/css; charset=utf-8"},
@@ -71,6 +88,7 @@ std::string_view mediaTypeOf(std::string_view fileName) {
        {".jpeg", "image/jpeg"},
        {".gif", "image/gif"},
        {".webp", "image/webp"},
+       {".bmp", "image/bmp"},
        {".ico", "image/x-icon"},
        {".woff2", "font/woff2"},
        {".wav", "audio/wav"},
@@ -97,21 +115,24 @@ std::optional<Answer> StaticFiles::answer(const StaticRequest& request) const {
   const std::string path = locate(request.path);
   if (path.empty()) return std::nullopt;
   std::optional<OpenFile> open;
-  Answer answer;
   if (acceptsGzip(request.acceptEncoding)) open = openRegular(path + ".gz");
   const bool compressed = open && isCurrentCopy(open->status, path);
   if (!compressed) open = openRegular(path);
   if (!open) return std::nullopt;
-  const std::string etag = etagOf(open->status, compressed);
-  answer.headers = {{"ETag", etag}, {"Cache-Control", "no-cache"}, {"Vary", "Accept-Encoding"}};
-  if (matchesEtag(request.ifNoneMatch, etag)) {
-    answer.status = 304;
-    return answer;
-  }
-  answer.headers.push_back({"Content-Type", std::string(mediaTypeOf(path))});
-  if (compressed) answer.headers.push_back({"Content-Encoding", "gzip"});
-  answer.fileSize = static_cast<std::size_t>(open->status.st_size);
-  answer.file = std::move(open->file);
+  Answer answer = answerWith(std::move(*open), request, path, compressed);
+  answer.headers.push_back({"Vary", "Accept-Encoding"});
+  if (compressed && answer.file) answer.headers.push_back({"Content-Encoding", "gzip"});
+  return answer;
+}
+
+std::optional<Answer> userFile(const std::filesystem::path& folder, const StaticRequest& request) {
+  const std::string name = percentDecode(request.path, false);
+  if (!isPlainPath("/" + name) || name.find('/') != std::string::npos || !isPictureOrSound(mediaTypeOf(name)))
+    return {};
+  auto open = openRegular(folder / name);
+  if (!open) return {};
+  Answer answer = answerWith(std::move(*open), request, name, false);
+  answer.setHeader("Cache-Control", "private, no-cache");
   return answer;
 }
 

@@ -31,6 +31,10 @@ class StaticFiles {
   std::string folder_;  // without links, with a "/" at its end; empty when there is none
 };
 
+// A picture or sound of a folder that users fill, by its name alone, which is the request's path. Nothing for anything
+// else: folders, links, hidden files, and what a browser might take for a page or a script.
+std::optional<Answer> userFile(const std::filesystem::path& folder, const StaticRequest& request);
+
 // The media type of a file by its name's ending.
 std::string_view mediaTypeOf(std::string_view fileName);
 

@@ -1,6 +1,6 @@
 // Provisioning: secrets, days and times, and an update that the page waits for; rings.
 import assert from "node:assert/strict";
-import { mkdirSync, readFileSync, writeFileSync } from "node:fs";
+import { copyFileSync, readFileSync } from "node:fs";
 import { join } from "node:path";
 import test from "node:test";
 import { enter, phone, press, values } from "./phone.mjs";
@@ -45,24 +45,24 @@ test("an update saves first; the notice waits until it has begun and is over, an
   await page.waitForURL(/p=settings-autop&q=load/);
 });
 
-test("each text gets its ring; the phone's rings can be played, users' own cannot", async () => {
+test("each text gets its ring; the phone's rings and users' own can be played", async () => {
   const inRoot = (...path) => join(phone.root, ...path);
   for (const name of JSON.parse(readFileSync(inRoot("phone/www/htdocs/media/sound/list.json"), "utf8"))) {
     const files = ["phone/www/htdocs/media/sound", "phone/resource/sysdata/sound"].map((folder) => readFileSync(inRoot(folder, name)));
     assert.deepEqual(files[0], files[1], name);
   }
-  mkdirSync(inRoot("data/userdata/sound"), { recursive: true });
-  writeFileSync(inRoot("data/userdata/sound/Own.wav"), "x");
+  copyFileSync(inRoot("phone/resource/sysdata/sound/Ring1.wav"), inRoot("data/userdata/sound/Own.wav"));
   const page = await phone.openAs("admin", "settings-ring");
   const play = page.locator("tr").nth(3).getByRole("button");
   assert.equal(await play.isVisible(), false);
-  await enter(page, { Ringer3: "Ring2.wav" });
-  assert.equal(await play.getAttribute("aria-label"), "Play: Ring2.wav");
-  const sound = page.waitForResponse(/Ring2\.wav/);
-  await play.click();
-  assert.match((await sound).headers()["content-type"], /audio\/wav/);
-  await enter(page, { Ringer3: "Own.wav", Text3: "internal", Text10: "\"<b>" });
-  assert.equal(await play.isVisible(), false);
+  for (const [ring, address] of [["Ring2.wav", "/media/sound/Ring2.wav"], ["Own.wav", "/media/user/sound/Own.wav"]]) {
+    await enter(page, { Ringer3: ring });
+    assert.equal(await play.getAttribute("aria-label"), `Play: ${ring}`);
+    const sound = page.waitForResponse(`**${address}`);
+    await play.click();
+    assert.match((await sound).headers()["content-type"], /audio\/wav/);
+  }
+  await enter(page, { Text3: "internal", Text10: "\"<b>" });
   await phone.assertSaves(page, { AlertInfo2Text: "internal", AlertInfo2Ringer: "5", AlertInfo9Text: "\"<b>", AlertInfo9Ringer: "0" });
   assert.deepEqual(await values(page, "Ringer3", "Ringer10", "Text10"), ["Own.wav", "default-ring.wav", "\"<b>"]);
 });

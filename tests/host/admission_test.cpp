@@ -30,13 +30,13 @@ RequestHead headOf(const std::string& text) {
   });
 }
 
-const AdmissionRules kRules{3 << 20, true, {"phone.example.com"}};
+const AdmissionRules kRules{3 << 20, true, {"phone.example.com"}, {"/media/user/"}};
 
 // The route of what is let in, or the refusal's status and headers.
 std::string admitted(const std::string& request, const AdmissionRules& rules = kRules, bool rebooting = false) {
   const Admission admission = admit(headOf(request), rules, rebooting);
   if (!admission.refusal) {
-    static constexpr const char* kRoutes[] = {"static", "servlet", "simulator", "home"};
+    static constexpr const char* kRoutes[] = {"static", "servlet", "simulator", "home", "user file"};
     return kRoutes[static_cast<int>(admission.route)];
   }
   std::string text = std::to_string(admission.refusal->status);
@@ -64,7 +64,8 @@ TEST(Admission, RoutesWhatIsAskedForRightly) {
   expectAll("servlet", {"HEAD /servlet?p=a", "POST /servlet", "GET http://127.0.0.1/servlet?p=a", longest});
   expectAll("static", {"GET /servlet/", "GET /%73ervlet?p=a", "GET /js/app.js?p=a", "GET /simulator"});
   expectAll("simulator", {"PATCH /simulator/state"});
-  expectAll("405 Allow: GET, HEAD", {"POST /js/app.js", "POST /", "get /"});
+  expectAll("user file", {"HEAD /media/user/a.wav?p=a"});
+  expectAll("405 Allow: GET, HEAD", {"POST /js/app.js", "POST /media/user/a", "POST /", "get /"});
   expectAll("405 Allow: GET, HEAD, POST", {"PUT /servlet?p=a"});
   expectAll("405 Allow: GET, HEAD, POST, PUT, PATCH, DELETE", {"TRACE /simulator/"});
   expectAll("400", {"GET *", "GET servlet", "GET /servlet?a=%00"});
@@ -80,6 +81,7 @@ TEST(Admission, KeepsOtherSitesOut) {
                     "POST /servlet\nSec-Fetch-Site: same-origin\nOrigin: http://evil",
                     "POST /servlet\nSec-Fetch-Site: cross-site", "GET /servlet?p=a&q=load\nSec-Fetch-Site: same-site"});
   expectAll("static", {"GET /js/app.js\nSec-Fetch-Site: cross-site"});
+  expectAll("403", {"GET /media/user/a.wav\nSec-Fetch-Site: same-site", "GET /media/user/a.wav\nLink: document"});
   expectAll("400", {"POST /servlet\nHost: \nOrigin: http://"});
   expectAll("home", {"GET /\nLink: document"});
   expectAll("servlet",

@@ -72,6 +72,22 @@ TEST(SessionStore, DropsIdleSessions) {
   EXPECT_EQ(store.find(session->id(), kPerson, kStart + 58min), nullptr);
 }
 
+TEST(SessionStore, TellsWhoIsLoggedIn) {
+  SessionStore store;
+  const auto session = makeSession(store, kPerson, kStart, "x");
+  const auto isIn = [&](SessionTime now) { return store.isLoggedIn(session->id(), now); };
+  EXPECT_FALSE(isIn(kStart) || store.isLoggedIn("", kStart));
+  for (const auto& [user, known] : {std::pair{"", false}, {"admin", true}}) {
+    session->setAttribute("user", strdup(user));
+    EXPECT_EQ(isIn(kStart + 14min), known);
+  }
+  EXPECT_FALSE(isIn(kStart + 15min));  // nor did the question before keep it alive
+  store.find(session->id(), kPerson, kStart + 14min);
+  EXPECT_TRUE(isIn(kStart + 15min));
+  session->invalidate();
+  EXPECT_FALSE(isIn(kStart + 15min));
+}
+
 TEST(SessionStore, LetsThoseGiveWayWhoMatterLess) {
   SessionStore store;
   std::vector<SessionPointer> all;
@@ -152,6 +168,28 @@ TEST(StaticFiles, StayInTheirFolder) {
   EXPECT_EQ(files.answer({"/js/app.js", "gzip", *zipped->header("ETag")})->status, 304);
   EXPECT_EQ(files.answer({"/js/app.js", "", *zipped->header("ETag")})->status, 200);
   EXPECT_EQ(files.answer({"/old.css", "gzip", ""})->fileSize, 3U);  // edited after it was compressed
+}
+
+TEST(UserFile, IsAPictureOrSoundOfTheFolderItself) {
+  const TemporaryFolder folder;
+  for (const char* name :
+       {"in/a b.wav", "in/x.PNG", "in/x.png.gz", "in/x.svg", "in/x.html", "in/.x.png", "in/d.png/x.png", "x.png"})
+    folder.write(name, "12345");
+  const auto in = folder.path() / "in";
+  std::filesystem::create_symlink("x.PNG", in / "link.png");
+  for (const char* name :
+       {"", ".", "..", "%2e%2e", "/x.PNG", "../x.png", "..%2fx.png", "d.png", "d.png/x.png", "d.png%2Fx.png", "x.svg",
+        "x.html", ".x.png", "%2ex.png", "link.png", "x.PNG%00", "x.PNG/", "missing.png"}) {
+    EXPECT_FALSE(userFile(in, {name, "", ""})) << name;
+  }
+  for (const auto& [name, type] : {std::pair{"a%20b.wav", "audio/wav"}, {"x.PNG", "image/png"}}) {
+    const auto answer = userFile(in, {name, "gzip", ""});
+    ASSERT_TRUE(answer) << name;
+    EXPECT_EQ(*answer->header("Content-Type") + " " + *answer->header("Cache-Control"),
+              std::string(type) + " private, no-cache");
+    EXPECT_EQ(answer->fileSize, 5U);
+    EXPECT_EQ(userFile(in, {name, "", *answer->header("ETag")})->status, 304);
+  }
 }
 
 TEST(PageTable, LeavesOutWhatTheModuleLacks) {

@@ -328,6 +328,27 @@ TEST_F(ServerTest, RefusesAnUploadThatOutgrowsItsLimit) {
   }
 }
 
+TEST_F(ServerTest, GivesUsersFilesToThoseWhoAreLoggedIn) {
+  behaviour.page = [](HttpRequest* request, HttpResponse*) {
+    request->getSession(1)->setAttribute("user", strdup(orNull(request->getParameter("a")).c_str()));
+  };
+  std::uint64_t reboots = 0;
+  settings_.device.rebootCount = [&] { return reboots; };
+  settings_.userFolders = {{"/media/user/sound/", "data/sound"}};
+  root_.write("data/sound/a.wav", "ring");
+  root_.write("phone/www/htdocs/media/user/sound/b.wav", "none of them");
+  const std::string cookie = cookieOf(get("/servlet?p=any&a=admin"));
+  const Reply reply = get("/media/user/sound/a.wav", cookie);
+  EXPECT_EQ(reply.body + reply.header("cache-control") + reply.header("x-content-type-options"),
+            "ringprivate, no-cachenosniff");
+  EXPECT_EQ(get("/media/user/sound/b.wav", cookie).status, 404);
+  for (const std::string& other : {std::string(), cookieOf(get("/servlet?p=any&a="))}) {
+    EXPECT_EQ(get("/media/user/sound/a.wav", other).status, 404) << other;
+  }
+  ++reboots;
+  EXPECT_EQ(get("/media/user/sound/a.wav", cookie).status, 404);
+}
+
 TEST_F(ServerTest, DropsSlowSendersButNotThoseItHeldUp) {
   settings_.rateWindow = 300ms;
   start();

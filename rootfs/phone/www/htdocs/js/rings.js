@@ -1,12 +1,20 @@
-// Plays rings: a select with data-rings gets a button for those rings that browsers can load.
+// Plays rings: a select with data-rings gets a button for the rings that are files, the phone's and its users' own.
 import { t } from "./i18n.js";
 
 const folder = "/media/sound/";
+const userFolder = "/media/user/sound/";
 const player = new Audio();
 let playing = null;  // the button whose ring is heard
 
-// A ring is named by its source and file ("Resource:Ring1.wav") or by the file alone; users' own rings stay on the phone.
-const fileOf = (value) => value.startsWith("Config:") ? "" : value.slice(value.indexOf(":") + 1);
+const builtIn = "default-ring.wav";  // a ring that is no file
+
+// A ring is named by its source and file ("Resource:Ring1.wav") or by the file alone. Empty for what is no file.
+function addressOf(value, files) {
+  const file = value.slice(value.indexOf(":") + 1);
+  if (files.has(file) && !value.startsWith("Config:")) return folder + encodeURIComponent(file);
+  const isUsers = value.startsWith("Config:") || (value === file && file !== builtIn && /\.wav$/i.test(file));
+  return isUsers ? userFolder + encodeURIComponent(file) : "";
+}
 
 function stop() {
   player.pause();
@@ -14,9 +22,9 @@ function stop() {
   playing = null;
 }
 
-function play(button, file) {
+function play(button, address) {
   stop();
-  player.src = folder + encodeURIComponent(file);
+  player.src = address;
   player.play().catch(stop);
   playing = button;
   button.textContent = t("Stop");
@@ -26,14 +34,14 @@ function addButton(select, files) {
   const button = document.createElement("button");
   button.type = "button";
   button.textContent = t("Play");
-  button.addEventListener("click", () => playing === button ? stop() : play(button, fileOf(select.value)));
+  button.addEventListener("click", () => playing === button ? stop() : play(button, addressOf(select.value, files)));
   const row = document.createElement("div");
   row.className = "choices";
   select.replaceWith(row);
   row.append(select, button);
   const show = () => {
     if (playing === button) stop();
-    button.hidden = !files.has(fileOf(select.value));
+    button.hidden = !addressOf(select.value, files);
     button.setAttribute("aria-label", t("Play: %1", select.selectedOptions[0]?.textContent ?? ""));
   };
   select.addEventListener("change", show);

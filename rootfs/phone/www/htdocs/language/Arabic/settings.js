@@ -6,7 +6,6 @@ export default {
   "Text": "النص",
   "Default": "الافتراضي",
   "The text that the server sends, such as \"internal\" or \"external\". Rows without a text have no effect.": "النص الذي يرسله الخادم، مثل «internal» أو «external». الصفوف التي بلا نص لا أثر لها.",
-  "You can hear your own rings only on the phone.": "لا يمكن سماع رناتك الخاصة إلا على الهاتف.",
 
   // Provisioning
   "Automatic provisioning": "التزويد التلقائي",

@@ -6,7 +6,6 @@ export default {
   "Text": "Text",
   "Default": "Standard",
   "The text that the server sends, such as \"internal\" or \"external\". Rows without a text have no effect.": "Der Text, den der Server sendet, etwa „internal“ oder „external“. Zeilen ohne Text haben keine Wirkung.",
-  "You can hear your own rings only on the phone.": "Eigene Klingeltöne sind nur am Telefon zu hören.",
 
   // Provisioning
   "Automatic provisioning": "Automatische Bereitstellung",
