@@ -139,7 +139,6 @@ window.phoneLanguage = {
     "The host name or IP address of the server.": "اسم مضيف الخادم أو عنوان IP.",
     "Port": "المنفذ",
     "Number": "الرقم",
-    "Port": "المنفذ",
 
     // Basic account page
     "Calls": "المكالمات",

@@ -139,7 +139,6 @@ window.phoneLanguage = {
     "The host name or IP address of the server.": "Der Hostname oder die IP-Adresse des Servers.",
     "Port": "Port",
     "Number": "Nummer",
-    "Port": "Port",
 
     // Basic account page
     "Calls": "Anrufe",

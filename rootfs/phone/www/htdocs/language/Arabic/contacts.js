@@ -96,6 +96,7 @@ export default {
   "Network call log": "سجل مكالمات الشبكة",
   "The phone shows the calls that the server has noted, from all your phones.": "يعرض الهاتف المكالمات التي سجّلها الخادم من جميع هواتفك.",
   "Accounts of the call log": "حسابات سجل المكالمات",
+
   // Dialling
   "Call": "اتصال",
   "Hang up": "إنهاء المكالمة",
@@ -112,7 +113,6 @@ export default {
   "No missed calls.": "لا مكالمات فائتة.",
   "No forwarded calls.": "لا مكالمات محوَّلة.",
   "Refresh": "تحديث",
-  "Search": "بحث",
   "Calls found: %1": "المكالمات الموجودة: %1",
   "No call in this list matches.": "لا مكالمة مطابقة في هذه القائمة.",
   "Name and number": "الاسم والرقم",
@@ -127,7 +127,4 @@ export default {
   "What the phone calls this account.": "اسم هذا الحساب على الهاتف.",
   "The address of the server that keeps the call log.": "عنوان الخادم الذي يحفظ سجل المكالمات.",
   "The phone has no such account for its call log.": "ليس في الهاتف حساب كهذا لسجل المكالمات.",
-  "Network call log": "سجل المكالمات الشبكي",
-  "Network directories": "أدلة الشبكة",
-  "Name": "الاسم",
 };

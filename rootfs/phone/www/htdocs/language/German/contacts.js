@@ -96,6 +96,7 @@ export default {
   "Network call log": "Anrufliste im Netz",
   "The phone shows the calls that the server has noted, from all your phones.": "Das Telefon zeigt die Anrufe, die der Server notiert hat, von allen Ihren Telefonen.",
   "Accounts of the call log": "Konten der Anrufliste",
+
   // Dialling
   "Call": "Anrufen",
   "Hang up": "Auflegen",
@@ -112,7 +113,6 @@ export default {
   "No missed calls.": "Keine verpassten Anrufe.",
   "No forwarded calls.": "Keine umgeleiteten Anrufe.",
   "Refresh": "Aktualisieren",
-  "Search": "Suche",
   "Calls found: %1": "Gefundene Anrufe: %1",
   "No call in this list matches.": "Kein Anruf in dieser Liste passt.",
   "Name and number": "Name und Nummer",
@@ -127,7 +127,4 @@ export default {
   "What the phone calls this account.": "So nennt das Telefon dieses Konto.",
   "The address of the server that keeps the call log.": "Die Adresse des Servers, der die Anrufliste führt.",
   "The phone has no such account for its call log.": "Das Telefon hat kein solches Konto für seine Anrufliste.",
-  "Network call log": "Anrufliste im Netz",
-  "Network directories": "Verzeichnisse im Netz",
-  "Name": "Name",
 };
