@@ -1,8 +1,10 @@
 #include "simulator/xml_file.h"
 
 #include <algorithm>
+#include <cstring>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "platform/phone_root.h"
 #include "simulator/files.h"
@@ -25,24 +27,61 @@ bool hasOneRoot(const pugi::xml_document& document) {
 
 class TextWriter : public pugi::xml_writer {
  public:
-  void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
-  std::string text;
+  explicit TextWriter(std::string& text) : text_(text) {}
+  void write(const void* data, std::size_t size) override { text_.append(static_cast<const char*>(data), size); }
+
+ private:
+  std::string& text_;
 };
+
+// Gives the text to the document, which parses it where it lies.
+bool parse(pugi::xml_document& document, std::optional<std::string> text, unsigned options) {
+  const std::size_t size = text->size();
+  void* memory = pugi::get_memory_allocation_function()(size + 1);
+  if (memory == nullptr) return false;
+  std::memcpy(memory, text->data(), size);
+  text.reset();
+  return document.load_buffer_inplace_own(memory, size, options) && hasOneRoot(document);
+}
 
 }  // namespace
 
 pugi::xml_node readXml(const std::string& path, pugi::xml_document& document, unsigned options) {
   document.reset();
-  const std::optional<std::string> text = readFile(phonePath(path));
+  std::optional<std::string> text = readFile(phonePath(path));
   if (!text || hasTooMany(*text)) return {};
-  if (!document.load_buffer(text->data(), text->size(), options) || !hasOneRoot(document)) document.reset();
+  if (!parse(document, std::move(text), options)) document.reset();
   return document.document_element();
 }
 
 std::string xmlText(const pugi::xml_document& document) {
-  TextWriter writer;
+  std::string text;
+  TextWriter writer(text);
   document.save(writer, "\t");
-  return std::move(writer.text);
+  return text;
+}
+
+XmlRows::XmlRows(const char* root, std::size_t size)
+    : root_(root), text_("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n") {
+  text_.reserve(size);
+  text_ += "<" + root_ + ">\n";
+}
+
+pugi::xml_node XmlRows::add(const char* name) {
+  end();
+  return row_.append_child(name);
+}
+
+std::string XmlRows::take() {
+  end();
+  text_ += "</" + root_ + ">\n";
+  return std::move(text_);
+}
+
+void XmlRows::end() {
+  TextWriter writer(text_);
+  if (row_.first_child()) row_.first_child().print(writer, "\t", pugi::format_default, pugi::encoding_utf8, 1);
+  row_.reset();
 }
 
 pugi::xml_node newXml(pugi::xml_document& document, const char* root) {

@@ -13,6 +13,22 @@ pugi::xml_node readXml(const std::string& path, pugi::xml_document& document, un
 // The text of a file, indented with one tab a level.
 std::string xmlText(const pugi::xml_document& document);
 
+// The text of a file of many elements below its outermost one, of which only the last is held as more than text.
+class XmlRows {
+ public:
+  // `size` is about what the text will take.
+  XmlRows(const char* root, std::size_t size);
+  // A new element, valid until the next call.
+  pugi::xml_node add(const char* name);
+  std::string take();
+
+ private:
+  void end();
+
+  pugi::xml_document row_;
+  std::string root_, text_;
+};
+
 // An empty document with an outermost element.
 pugi::xml_node newXml(pugi::xml_document& document, const char* root);
 

@@ -18,13 +18,12 @@
 #include "servlet/contacts/contacts_tabs.h"
 
 namespace {
-constexpr const char* kMenu[] = {"contacts-callinfo",    "contacts-basic",     "contacts-remote",  "contacts-LDAP",
-                                 "contacts-multicastIP", "contacts-broadsoft", "contacts-favorite"};
+constexpr auto kMenu = ownTabFirst(kContactsTabs, "contacts-callinfo");
 constexpr const char* kItems[] = {"PhoneCallControl",        "CallDialedListTitle",    "CallDialedListContent",
                                   "CallMissedListTitle",     "CallMissedListContent",  "CallReceivedListTitle",
                                   "CallReceivedListContent", "CallForwardedListTitle", "CallForwardedListContent"};
 constexpr Visibility kVisibility{.menu = kMenu, .items = kItems};
-static_assert(areTabsOf(kMenu, kContactsTabs) && allUnique(kMenu) && allUnique(kItems));
+static_assert(allUnique(kItems));
 
 constexpr char kHistoryFile[] = "/config/data/call_data.xml";
 constexpr std::size_t kUserNameSize = 128;

@@ -77,8 +77,9 @@ int exchangeDirectory(Phone& phone, DirectoryFile request) {
   }
   if (request == DirectoryFile::kExport) return exportDirectory(phone.directory.contents());
   if (state.refusal < 0) return state.refusal;
-  DirectoryContents next = phone.directory.contents();
-  if (const int error = importDirectory(next, request == DirectoryFile::kImportKeeping)) return error;
+  DirectoryContents next;
+  if (request == DirectoryFile::kImportKeeping) next = phone.directory.contents();
+  if (const int error = importDirectory(next)) return error;
   if (!phone.directory.replace(std::move(next))) return NS_DIRECTORY::kDirectoryFailed;
   return kExchanged;
 }

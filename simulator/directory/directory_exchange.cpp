@@ -53,7 +53,7 @@ class ContactImport {
     DirectoryContact contact{contactOf(element)};
     if (!isCarried(element)) return kFileInvalid;
     if (contact.data.displayName.empty()) return kContactNameEmpty;
-    if (!names_.insert(contact.data.displayName).second) return kContactTwice;
+    if (!names_.insert(element.attribute("display_name").value()).second) return kContactTwice;
     contact.group = groupOf(element.attribute("group_id_name").value());
     if (contents_.groups.size() > kMaxGroups) return kTooManyGroups;
     completeContact(contact.data);
@@ -77,7 +77,7 @@ class ContactImport {
   DirectoryContents& contents_;
   const std::vector<DirectoryGroup> known_;  // before contacts made more
   std::unordered_map<std::string, std::size_t> places_;
-  std::unordered_set<std::string> names_;  // of the file
+  std::unordered_set<std::string_view> names_;  // of the file
 };
 
 ExchangeResult importContacts(const pugi::xml_node& root, DirectoryContents& contents) {
@@ -92,29 +92,25 @@ ExchangeResult importContacts(const pugi::xml_node& root, DirectoryContents& con
 }  // namespace
 
 ExchangeResult exportDirectory(const DirectoryContents& contents) {
-  pugi::xml_document document;
-  pugi::xml_node root = newXml(document, kRoot);
+  XmlRows rows(kRoot, contents.contacts.size() * kContactSize);
   for (const DirectoryGroup& group : contents.groups) {
     if (group.id <= kBlacklistId) continue;
-    pugi::xml_node element = root.append_child("group");
+    pugi::xml_node element = rows.add("group");
     element.append_attribute("display_name") = group.name.c_str();
     element.append_attribute("ring") = group.ring.c_str();
   }
   for (const DirectoryContact& contact : contents.contacts) {
-    appendContact(root, contact.data, contents.group(contact.group)->name);
+    writeContact(rows.add("contact"), contact.data, contents.group(contact.group)->name);
   }
-  return replaceFile(phonePath(kDirectoryFilePath), xmlText(document)) ? kExchanged : kPathInvalid;
+  return replaceFile(phonePath(kDirectoryFilePath), rows.take()) ? kExchanged : kPathInvalid;
 }
 
-ExchangeResult importDirectory(DirectoryContents& contents, bool keeping) {
+ExchangeResult importDirectory(DirectoryContents& contents) {
   pugi::xml_document document;
   const pugi::xml_node root = readXml(kDirectoryFilePath, document);
   if (std::string_view(root.name()) != kRoot) return kFileInvalid;
-  DirectoryContents next = keeping ? contents : DirectoryContents();
-  ExchangeResult result = importGroups(root, next);
-  if (result == kExchanged) result = importContacts(root, next);
-  if (result == kExchanged) contents = std::move(next);
-  return result;
+  const ExchangeResult result = importGroups(root, contents);
+  return result == kExchanged ? importContacts(root, contents) : result;
 }
 
 }  // namespace simulator

@@ -23,9 +23,9 @@ enum ExchangeResult : int {
 // Writes the own groups and all contacts.
 ExchangeResult exportDirectory(const DirectoryContents& contents);
 
-// Takes the file over, in place of everything or, `keeping`, beside it: a contact of the same name is replaced. What
-// the file refers to a group by is the group's name, or the id of one that is there; groups that nobody made are made.
-// Anything but kExchanged leaves the contents as they were.
-ExchangeResult importDirectory(DirectoryContents& contents, bool keeping);
+// Adds what the file holds to the contents, a contact in the place of the one of the same name. What the file refers to
+// a group by is the group's name, or the id of one that is there; groups that nobody made are made. After anything but
+// kExchanged the contents are not to be used.
+ExchangeResult importDirectory(DirectoryContents& contents);
 
 }  // namespace simulator

@@ -31,24 +31,22 @@ pugi::xml_node rootOf(const char* path, const char* name, pugi::xml_document& do
 }
 
 std::string contactText(const DirectoryContents& contents) {
-  pugi::xml_document document;
-  pugi::xml_node root = newXml(document, kContactRoot);
+  XmlRows rows(kContactRoot, contents.contacts.size() * kContactSize);
   for (const DirectoryContact& contact : contents.contacts) {
-    appendContact(root, contact.data, std::to_string(contact.group));
+    writeContact(rows.add("contact"), contact.data, std::to_string(contact.group));
   }
-  return xmlText(document);
+  return rows.take();
 }
 
 std::string groupText(const DirectoryContents& contents) {
-  pugi::xml_document document;
-  pugi::xml_node root = newXml(document, kGroupRoot);
+  XmlRows rows(kGroupRoot, 0);
   for (const DirectoryGroup& group : contents.groups) {
-    pugi::xml_node element = root.append_child("group");
+    pugi::xml_node element = rows.add("group");
     element.append_attribute("id") = group.id;
     element.append_attribute("display_name") = group.name.c_str();
     element.append_attribute("ring") = group.ring.c_str();
   }
-  return xmlText(document);
+  return rows.take();
 }
 
 // Takes one group of the file over. The groups that are always there keep their names.
@@ -143,8 +141,7 @@ ContactGeneralItemData contactOf(const pugi::xml_node& element) {
   return contact;
 }
 
-void appendContact(pugi::xml_node& root, const ContactGeneralItemData& contact, const std::string& group) {
-  pugi::xml_node element = root.append_child("contact");
+void writeContact(pugi::xml_node element, const ContactGeneralItemData& contact, const std::string& group) {
   element.append_attribute("display_name") = contact.displayName.c_str();
   element.append_attribute("office_number") = contact.officeNumber.c_str();
   element.append_attribute("mobile_number") = contact.mobileNumber.c_str();

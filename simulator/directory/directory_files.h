@@ -20,8 +20,11 @@ void recoverFiles();
 // as they were.
 bool writeFiles(const DirectoryContents& old, const DirectoryContents& now);
 
+inline constexpr std::size_t kContactSize = 256;  // bytes of a contact in a file, about
+
 // One contact as an element, here and in the exchange file. `group` is how the file names its group.
 NS_DIRECTORY::ContactGeneralItemData contactOf(const pugi::xml_node& element);
-void appendContact(pugi::xml_node& root, const NS_DIRECTORY::ContactGeneralItemData& contact, const std::string& group);
+void writeContact(pugi::xml_node element, const NS_DIRECTORY::ContactGeneralItemData& contact,
+                  const std::string& group);
 
 }  // namespace simulator
