@@ -11,8 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr off_t kMaxFileSize = 64 << 20;
-
 class Descriptor {
  public:
   explicit Descriptor(int value) : value_(value) {}

@@ -22,7 +22,9 @@ struct FileStamp {
 // Nothing when there is no such file.
 std::optional<FileStamp> fileStamp(const std::string& path);
 
-// The bytes of a regular file of at most 64 MiB; nothing when it cannot be read or is a link.
+inline constexpr off_t kMaxFileSize = 64 << 20;
+
+// The bytes of a regular file of at most that size; nothing when it cannot be read or is a link.
 std::optional<std::string> readFile(const std::string& path);
 
 // Writes the file beside and renames it into place, so that readers, an end of this process and a power cut at any

@@ -19,6 +19,10 @@ bool hasTooMany(std::string_view text) {
   return std::count_if(text.begin(), text.end(), [](char c) { return c == '<' || c == '='; }) > kMaxMarks;
 }
 
+bool isReadable(std::string_view text) {
+  return text.size() <= kMaxFileSize && !hasTooMany(text);
+}
+
 bool hasOneRoot(const pugi::xml_document& document) {
   const auto children = document.children();
   return std::count_if(children.begin(), children.end(),
@@ -49,7 +53,7 @@ bool parse(pugi::xml_document& document, std::optional<std::string> text, unsign
 pugi::xml_node readXml(const std::string& path, pugi::xml_document& document, unsigned options) {
   document.reset();
   std::optional<std::string> text = readFile(phonePath(path));
-  if (!text || hasTooMany(*text)) return {};
+  if (!text || !isReadable(*text)) return {};
   if (!parse(document, std::move(text), options)) document.reset();
   return document.document_element();
 }
@@ -82,6 +86,10 @@ void XmlRows::end() {
   TextWriter writer(text_);
   if (row_.first_child()) row_.first_child().print(writer, "\t", pugi::format_default, pugi::encoding_utf8, 1);
   row_.reset();
+}
+
+bool replaceXml(const std::string& path, std::string_view text) {
+  return isReadable(text) && replaceFile(path, text);
 }
 
 pugi::xml_node newXml(pugi::xml_document& document, const char* root) {

@@ -3,6 +3,7 @@
 
 #include <pugixml.hpp>
 #include <string>
+#include <string_view>
 
 namespace simulator {
 
@@ -28,6 +29,10 @@ class XmlRows {
   pugi::xml_document row_;
   std::string root_, text_;
 };
+
+// Replaces the file with a real path by a text. False, with the file untouched, when that fails, and for a text that
+// readXml() would not take.
+bool replaceXml(const std::string& path, std::string_view text);
 
 // An empty document with an outermost element.
 pugi::xml_node newXml(pugi::xml_document& document, const char* root);

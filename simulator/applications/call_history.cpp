@@ -20,7 +20,7 @@ constexpr int kLogModule = 2;
 constexpr unsigned kReadOptions = pugi::parse_default | pugi::parse_comments | pugi::parse_pi;
 
 void save(const pugi::xml_document& document) {
-  if (!replaceFile(phonePath(kFile), xmlText(document)))
+  if (!replaceXml(phonePath(kFile), xmlText(document)))
     log_log(kLogModule, 3, "call history: cannot write %s\n", kFile);
 }
 

@@ -9,7 +9,6 @@
 #include "platform/phone_application.h"
 #include "platform/phone_root.h"
 #include "simulator/directory/directory_files.h"
-#include "simulator/files.h"
 #include "simulator/number.h"
 #include "simulator/xml_file.h"
 
@@ -102,7 +101,7 @@ ExchangeResult exportDirectory(const DirectoryContents& contents) {
   for (const DirectoryContact& contact : contents.contacts) {
     writeContact(rows.add("contact"), contact.data, contents.group(contact.group)->name);
   }
-  return replaceFile(phonePath(kDirectoryFilePath), rows.take()) ? kExchanged : kPathInvalid;
+  return replaceXml(phonePath(kDirectoryFilePath), rows.take()) ? kExchanged : kPathInvalid;
 }
 
 ExchangeResult importDirectory(DirectoryContents& contents) {

@@ -81,7 +81,7 @@ bool replaceBoth(const std::string& contacts, const std::string& groups) {
   const std::optional<std::string> old = readFile(contactFile);
   if (!old && exists(contactFile)) return false;
   bool isDone = false;
-  if (replaceFile(nextContacts, contacts) && replaceFile(nextGroups, groups) && renameFile(nextContacts, contactFile)) {
+  if (replaceXml(nextContacts, contacts) && replaceXml(nextGroups, groups) && renameFile(nextContacts, contactFile)) {
     isDone = renameFile(nextGroups, phonePath(kGroupFile));
     if (!isDone) putBack(contactFile, old);
   }
@@ -125,8 +125,8 @@ void recoverFiles() {
 bool writeFiles(const DirectoryContents& old, const DirectoryContents& now) {
   const bool sameContacts = now.contacts == old.contacts, sameGroups = now.groups == old.groups;
   if (!sameContacts && !sameGroups) return replaceBoth(contactText(now), groupText(now));
-  if (!sameContacts) return replaceFile(phonePath(kContactFile), contactText(now));
-  return sameGroups || replaceFile(phonePath(kGroupFile), groupText(now));
+  if (!sameContacts) return replaceXml(phonePath(kContactFile), contactText(now));
+  return sameGroups || replaceXml(phonePath(kGroupFile), groupText(now));
 }
 
 ContactGeneralItemData contactOf(const pugi::xml_node& element) {

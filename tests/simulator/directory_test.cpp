@@ -117,7 +117,8 @@ TEST_F(DirectoryTest, ChangesFollowTheRules) {
     clear|9=-3; ungroup=0; clear|0=0; list|0=0; list|1=Eve:Blacklist 1; groups=)");
   const std::string photo = "Config:" + std::string(255, 'a');
   play("add|x||" + photo + "a=-15; add|x||" + photo + "=0; add|y=0; add|a\x01=-11");
-  EXPECT_EQ(result("add", std::string("a\0b", 3)), -11);
+  for (const std::string& name : {std::string("a\0b", 3), std::string(2'000'000, '='), std::string(12 << 20, '"')})
+    EXPECT_EQ(result("add", name), -11);
   EXPECT_EQ(listed(0, -3, 1) + listed(0, 1, 1) + listed(0, 2, 1) + listed(0, 0, -1),
             "x:All Contacts 2y:All Contacts 222");
 }
