@@ -83,17 +83,24 @@ struct TemplateMemory {
     return new (arena().allocate(sizeof(T), alignof(T))) T;
   }
 
+  // What one thing takes in an array.
+  template <class T>
+  struct Slot {
+    T thing;
+  };
+
   // Room for `count` more things.
   template <class T>
   static void reserve(ArenaArray<T>& array, std::size_t count) {
     static_assert(std::is_trivially_copyable_v<T>);
+    constexpr std::size_t kSize = sizeof(Slot<T>);
     const std::size_t wanted = array.size_ + count;
     if (wanted <= array.capacity_) return;
     TemplateArena& arena = TemplateMemory::arena();
-    if (!arena.extend(array.data_, array.capacity_ * sizeof(T), wanted * sizeof(T))) {
+    if (!arena.extend(array.data_, array.capacity_ * kSize, wanted * kSize)) {
       const std::size_t roomy = array.size_ == 0 ? wanted : std::max<std::size_t>(wanted, array.capacity_ * 2);
-      auto* data = static_cast<T*>(arena.allocate(roomy * sizeof(T), alignof(T)));
-      if (array.size_ != 0) std::memcpy(static_cast<void*>(data), array.data_, array.size_ * sizeof(T));
+      auto* data = static_cast<T*>(arena.allocate(roomy * kSize, alignof(T)));
+      if (array.size_ != 0) std::memcpy(static_cast<void*>(data), array.data_, array.size_ * kSize);
       array.data_ = data;
       array.capacity_ = static_cast<std::uint32_t>(roomy);
       return;

@@ -63,20 +63,15 @@ bool CsvRows::parseRecords() {
     return fields_.size() <= kMaxFields;
   };
   while ((position = text.find_first_of("\",\r\n", position)) != std::string_view::npos) {
-    if (text[position] == '"') {
-      scanner.quote(position++);
-    } else if (scanner.isOpen()) {
+    if (text[position] == '"') scanner.quote(position);
+    const bool isEnd = text.substr(position).starts_with(lineEnd);
+    if (scanner.isOpen() || (text[position] != ',' && !isEnd)) {
       ++position;
-    } else if (text[position] == ',') {
-      if (!endField(position, position + 1)) return false;
-      ++position;
-    } else if (text.substr(position).starts_with(lineEnd)) {
-      const std::size_t next = position + lineEnd.size();
-      if (!endField(position, next) || !endRecord()) return false;
-      position = next;
-    } else {
-      ++position;
+      continue;
     }
+    const std::size_t next = position + (isEnd ? lineEnd.size() : 1);
+    if (!endField(position, next) || (isEnd && !endRecord())) return false;
+    position = next;
   }
   return endField(text.size(), text.size()) && endRecord();
 }

@@ -1,4 +1,6 @@
 // The overview of a long page: a link to each of its groups that the user may see.
+import "./app.js";  // which hides and translates first
+
 const list = document.querySelector(".overview");
 const groups = [...document.querySelectorAll("main .card[id]")].filter((card) => card.checkVisibility() && card.querySelector("h2"));
 
