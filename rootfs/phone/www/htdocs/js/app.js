@@ -15,18 +15,19 @@ function prepareMenu() {
 
 // On a narrow screen a table's rows stand as lists, each cell with its column's name.
 function nameCells() {
-  for (const table of document.querySelectorAll("table")) {
+  for (const table of document.querySelectorAll("table:not(.wide)")) {
     const names = [...table.querySelectorAll("thead th")].map((head) => head.textContent);
     for (const row of table.tBodies[0].rows) [...row.cells].forEach((cell, index) => { cell.dataset.label = names[index]; });
   }
 }
 
-// A save ends in the page itself, so the page that follows it tells of it; any other page forgets it.
+// A save ends in the page that "saved" names, with the text for it in a second line where it is another one; that page
+// tells of it, any other forgets it.
 function confirmSave() {
-  const saved = sessionStorage.getItem("saved");
+  const [target, text = t("Saved.")] = sessionStorage.getItem("saved")?.split("\n") ?? [];
   sessionStorage.removeItem("saved");
-  if (saved !== page || document.getElementById("notice")) return;
-  message(t("Saved."));
+  if (target !== page || document.getElementById("notice")) return;
+  message(text);
   // A page shown as the answer to the save itself is not to be posted again by a reload.
   if (location.search.includes("q=write")) history.replaceState(null, "", location.href.replace("q=write", "q=load"));
 }

@@ -43,6 +43,9 @@ function isMulticast(text) {
   return first >= 224 && first < 240 && Number(port) > 0 && Number(port) < 65536;
 }
 
+// A number without the separators that people put into it, and without the (0) that is not dialled behind a country code.
+export const tidyNumber = (text) => /^\s*\+?[\d\s()/*#-]+$/.test(text) ? text.replace(/^(\s*\+.*)\(0\)/, "$1").replace(/[\s()/-]/g, "") : text.trim();
+
 const dialled = /^[\d*#+]+$/;
 const tonePiece = /^!?\d{1,4}(\+\d{1,4}){0,3}\/\d{1,5}$/;
 
@@ -77,6 +80,7 @@ export const checks = {
   url: (text) => isUrl(text) ? "" : t("Enter an address such as https://server.example/folder."),
   multicast: (text) => isMulticast(text) ? "" : t("Enter a multicast address such as 224.0.1.75:5010."),
   number: (text) => /\s/.test(text) ? t("Enter a number or name without spaces.") : "",
+  callable: (text) => checks.number(tidyNumber(text)),
   digits: (text) => /^\d+$/.test(text) ? "" : t("Enter digits only."),
   dial: (text) => dialled.test(text) ? "" : t("Enter digits, *, # and + only."),
   dtmf: (text) => /^[\dA-D*#]+$/i.test(text) ? "" : t("Enter digits, *, # and the letters A to D only."),

@@ -196,12 +196,18 @@ function prepareSaving(form) {
   });
 }
 
-export function prepareForm(form) {
+// For a form in a dialog, which is saved by a script: errors at the fields, and the first field that is wrong.
+export function prepareChecks(form) {
   form.noValidate = true;
-  prepareChoices(form);
   describe(form);
-  applyModes(form);
   checkWhileTyping(form);
+}
+export const firstWrong = (form) => checkedInputs(form).filter((input) => !check(input, form))[0];
+
+export function prepareForm(form) {
+  prepareChoices(form);
+  prepareChecks(form);
+  applyModes(form);
   prepareSecrets(form);
   prepareSaving(form);
   const anything = [...form.querySelectorAll(".field, .items")].some((field) => !field.closest("[hidden]"));
