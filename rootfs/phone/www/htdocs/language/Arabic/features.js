@@ -186,7 +186,6 @@ export default {
   "You have to log in again after this time without activity, 1 to 1000 minutes.": "يلزمك تسجيل الدخول من جديد بعد هذه المدة دون نشاط، من 1 إلى 1000 دقيقة.",
   "Host name": "اسم المضيف",
   "The name that the phone gives to the DHCP server. It takes effect after a restart.": "الاسم الذي يعطيه الهاتف لخادم DHCP. يسري بعد إعادة التشغيل.",
-  "Choose a file first.": "اختر ملفًا أولًا.",
   "This logo is %1 × %2 pixels. The screen shows up to %3 × %4.": "هذا الشعار %1 × %2 بكسل. تعرض الشاشة حتى %3 × %4.",
   "The logo has been uploaded.": "رُفع الشعار.",
   "The phone could not store the logo. Please try again.": "لم يستطع الهاتف حفظ الشعار. يُرجى المحاولة مرة أخرى.",

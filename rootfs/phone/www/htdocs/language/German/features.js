@@ -186,7 +186,6 @@ export default {
   "You have to log in again after this time without activity, 1 to 1000 minutes.": "Nach dieser Zeit ohne Aktivität müssen Sie sich neu anmelden, 1 bis 1000 Minuten.",
   "Host name": "Hostname",
   "The name that the phone gives to the DHCP server. It takes effect after a restart.": "Der Name, den das Telefon dem DHCP-Server nennt. Er gilt nach einem Neustart.",
-  "Choose a file first.": "Wählen Sie zuerst eine Datei.",
   "This logo is %1 × %2 pixels. The screen shows up to %3 × %4.": "Dieses Logo hat %1 × %2 Pixel. Der Bildschirm zeigt bis zu %3 × %4.",
   "The logo has been uploaded.": "Das Logo wurde hochgeladen.",
   "The phone could not store the logo. Please try again.": "Das Telefon konnte das Logo nicht speichern. Bitte versuchen Sie es noch einmal.",
