@@ -1,5 +1,7 @@
 // Every page: accessible in light and dark, in every language, for everybody, on a telephone's screen, and light to load.
 import assert from "node:assert/strict";
+import { mkdirSync, writeFileSync } from "node:fs";
+import { dirname, join } from "node:path";
 import test, { before } from "node:test";
 import { axe, overflow, pages, phone, press, save, screenshot } from "./phone.mjs";
 
@@ -13,6 +15,10 @@ before(async () => {
     expansionModules: [{ type: 1, hardware: "1.0", firmware: "2.3" }],
   });
   await phone.configure(Object.assign({}, ...pages.map(({ settings }) => settings)));
+  for (const [path, text] of pages.flatMap(({ files = {} }) => Object.entries(files))) {
+    mkdirSync(dirname(join(phone.root, path)), { recursive: true });
+    writeFileSync(join(phone.root, path), text);
+  }
 });
 
 // Look, colour scheme, width, whether the colours alone are checked.

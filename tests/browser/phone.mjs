@@ -21,8 +21,8 @@ const walkRecords = JSON.parse(readFileSync(join(top, "tests/pages/walk_records.
 
 // The pages with a form of their own: name, address, and the settings under which all of it shows.
 export const pages = [...readFileSync(join(top, "rootfs/phone/www/WEB-INFO/pages.conf"), "utf8").matchAll(/^([\w-]+) =/gm)]
-  .map(([, name]) => ({ name, record: walkRecords[name] ?? {} })).filter(({ record }) => !record.noForm)
-  .map(({ name, record: { settings, q = "load", open } }) => ({ name, settings, query: `${new URLSearchParams({ p: name, q, ...open })}` }));
+  .map(([, name]) => ({ name, record: walkRecords[name] ?? {} })).filter(({ record }) => !record.noForm && !record.upload)
+  .map(({ name, record: { settings, files, q = "load", open } }) => ({ name, settings, files, query: `${new URLSearchParams({ p: name, q, ...open })}` }));
 
 async function startPhone() {
   const root = mkdtempSync(join(tmpdir(), "phone-web-"));

@@ -38,6 +38,7 @@ WalkRecord walkRecord(const std::string& page) {
     add("settings", record.settings);
     add("files", record.files);
     add("unstored", record.unstored);
+    add("ungiven", record.ungiven);
     add("unused", record.unused);
   }
   return record;

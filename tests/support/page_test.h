@@ -23,6 +23,7 @@ struct WalkRecord {
   Values settings;              // configuration with which all of the form shows
   Values files;                 // files of the phone, hostile texts in them, before it is opened
   Values unstored;              // fields that are not stored under their own names, each with the reason
+  Values ungiven;               // variables of the template that the page does not give, each with the reason
   Values unused;                // variables that the template does not use, each with the reason
 };
 WalkRecord walkRecord(const std::string& page);
