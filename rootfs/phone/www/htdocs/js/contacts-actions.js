@@ -53,8 +53,10 @@ async function remove() {
 
 async function move() {
   const goal = groups().find(({ id }) => id === target.value);
-  target.value = "";
-  if (!goal) return;
+  if (!goal) {
+    target.focus();
+    return;
+  }
   const contacts = chosen();
   const names = contacts.map(({ name }) => name);
   const isSure = await askFirst({ title: t("Move these contacts to %1?", titleOf(goal)), text: t("Contacts: %1", names.length), parts: [listOf(names)], action: t("Move") });
@@ -83,7 +85,8 @@ export function prepareActions(currentGroup, currentPage) {
   group = currentGroup;
   page = currentPage;
   document.getElementById("delete-chosen").addEventListener("click", removeChosen);
-  target.addEventListener("change", () => run(move));
+  for (const option of target.options) option.disabled = option.value === group.id && group.id !== everybody;
+  document.getElementById("move-chosen").addEventListener("click", () => run(move));
   const button = document.getElementById("empty-group");
   button.textContent = group.id === everybody ? t("Delete all contacts") : t("Delete all contacts of %1", titleOf(group));
   button.addEventListener("click", () => run(empty));

@@ -40,9 +40,7 @@ export function preparePages() {
     return;
   }
   form.hidden = last < 2;
-  choice.addEventListener("change", () => location.assign(addressOf(choice.value)));
-  form.querySelector("button").hidden = true;
-  for (const part of [choice, form.querySelector("label")]) part.hidden = last <= fewPages;
+  for (const part of form.querySelectorAll("label, select, button")) part.hidden = last <= fewPages;
   const shown = Array.from({ length: last }, (_, index) => index + 1).filter((page) => page === 1 || page === last || Math.abs(page - open) <= around);
   const items = shown.flatMap((page, index) => [
     ...index && page - shown[index - 1] > 1 ? [gap()] : [], link(page, String(page), t("Page %1 of %2", page, last), page === open),
