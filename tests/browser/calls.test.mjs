@@ -95,6 +95,7 @@ test("each account of the network call log is edited for itself; one that is not
   const questions = answerDialogs(page, true);
   await enter(page, { Port: "444", choice: "1" });
   await page.waitForURL(/z=1/);
+  await page.locator("#choice option").nth(2).waitFor({ state: "attached" });
   assert.deepEqual([questions.length, await values(page, "DisplayName", "PassWord", "choice")], [1, ["", "********", "1"]]);
   await phone.go(page, "p=contacts-calllog&q=load&z=3");
   await page.getByText("The phone has no such account for its call log.").waitFor();

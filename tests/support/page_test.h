@@ -15,7 +15,7 @@ const std::map<std::string, std::string>& pageList();
 // there for "*" holds for all pages.
 struct WalkRecord {
   std::string action = "load";  // that opens the page
-  std::string save = "write";   // that a form of the page stores with
+  std::string save = "write";   // that a form of the page stores with; empty when it stores nothing
   std::string noForm;           // why the page has no form of its own; empty when it has one
   std::string storedElsewhere;  // where its forms are stored; empty when that is the configuration
   Fields open;                  // further fields to open it
