@@ -63,14 +63,15 @@ void change(Directory& directory) {
 }
 
 void exchange(Directory& directory, bool keeping) {
-  DirectoryContents next = directory.contents();
-  const ExchangeResult result = importDirectory(next, keeping);
+  DirectoryContents next;
+  if (keeping) next = directory.contents();
+  if (importDirectory(next) != kExchanged) return;
   keep(directory, next);
-  if (result != kExchanged || keeping) return;
+  if (keeping) return;
   require(exportDirectory(next) == kExchanged, "the directory can be exported");
   const std::string exported = content(kExchangeFile);
   DirectoryContents imported;
-  require(importDirectory(imported, false) == kExchanged, "an export can be imported");
+  require(importDirectory(imported) == kExchanged, "an export can be imported");
   require(imported.contacts.size() == next.contacts.size(), "an export has all contacts");
   exportDirectory(imported);
   require(content(kExchangeFile) == exported, "an import takes over what was exported");
