@@ -40,6 +40,7 @@ enum class ConfigArea : int {
   kDnd = 0x1e,
   kCallCompletion = 0x20,
   kLdap = 0x23,
+  kSoftKeys = 0x24,
   kFeatureKeySync = 0x25,
   kActionUrl = 0x26,
   kAcd = 0x27,
