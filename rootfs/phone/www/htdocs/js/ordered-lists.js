@@ -6,16 +6,16 @@ import { t } from "./i18n.js";
 
 const nameOf = (item) => item.querySelector("span").textContent;
 
-// lists: [first, second]; moveTexts: what the button of an item of each list says.
-export function orderLists(lists, moveTexts) {
+// lists: [first, second]; moveTexts: what the button of an item of each list says; changed: called for each new order;
+// spare: the data-entry of items that stand for nothing of their own, such as gaps. The first list takes any number of
+// them, and the second always has one.
+export function orderLists(lists, moveTexts, { spare, changed } = {}) {
   const news = document.createElement("p");
   news.className = "only-read";
   news.setAttribute("role", "status");
   lists[0].after(news);
   const fieldOf = (list) => list.parentElement.querySelector(":scope > input");
   const otherOf = (list) => lists[1 - lists.indexOf(list)];
-  const items = lists.map((list) => [...list.children]);
-
   const store = () => {
     for (const list of lists) {
       fieldOf(list).value = [...list.children].map((item) => item.dataset.entry).join(",");
@@ -27,12 +27,24 @@ export function orderLists(lists, moveTexts) {
         item.querySelector("[data-over]").setAttribute("aria-label", `${moveTexts[lists.indexOf(list)]}: ${nameOf(item)}`);
       });
     }
+    changed?.();
+  };
+
+  const keepOneSpare = (moved) => {
+    const [used, unused] = lists.map((list) => [...list.children].filter((item) => item.dataset.entry === spare));
+    if (unused.includes(moved)) for (const item of unused) if (item !== moved) item.remove();
+    if (unused.length || !used.length) return;
+    const copy = used[0].cloneNode(true);
+    for (const button of copy.querySelectorAll("button")) button.remove();
+    prepare(copy);
+    lists[1].prepend(copy);
   };
 
   // Puts the item before another one of a list, or at its end; the focus stays where it was.
   const place = (item, list, before) => {
     const focused = item.contains(document.activeElement) ? document.activeElement : null;
     list.insertBefore(item, before);
+    keepOneSpare(item);
     store();
     (focused?.disabled ? item.querySelector("button:enabled") : focused)?.focus();
     const position = [...list.children].indexOf(item) + 1;
@@ -74,7 +86,7 @@ export function orderLists(lists, moveTexts) {
   };
 
   let dragged = null;
-  for (const item of items.flat()) {
+  const prepare = (item) => {
     addButton(item, "↑", t("Move up: %1", nameOf(item)), { step: -1 }, (one) => step(one, -1));
     addButton(item, "↓", t("Move down: %1", nameOf(item)), { step: 1 }, (one) => step(one, 1));
     addButton(item, "", "", { over: "" }, moveOver);
@@ -86,7 +98,7 @@ export function orderLists(lists, moveTexts) {
       event.dataTransfer.effectAllowed = "move";
     });
     item.addEventListener("dragend", () => { dragged = null; });
-  }
+  };
   for (const list of lists) {
     list.addEventListener("dragover", (event) => { if (dragged) event.preventDefault(); });
     list.addEventListener("drop", (event) => {
@@ -99,10 +111,13 @@ export function orderLists(lists, moveTexts) {
       place(dragged, list, below ?? null);
     });
   }
+  for (const item of lists.flatMap((list) => [...list.children])) prepare(item);
+  keepOneSpare();
   store();
+  const items = lists.map((list) => [...list.children]);
   for (const list of lists) fieldOf(list).dataset.stored = fieldOf(list).value;
   lists[0].closest("form").addEventListener("reset", () => {
-    lists.forEach((list, index) => list.append(...items[index]));
+    lists.forEach((list, index) => list.replaceChildren(...items[index]));
     store();
   });
 }
