@@ -182,6 +182,8 @@ int main(int argc, char** argv) {
   add("settings-areacode", {}, "AreaCode");
   add("settings-autop", {{"now", "false"}}, "AutoProvisionUser");
   add("settings-tr069", {}, "TR069ServerURL");
+  add("settings-softkey", {{"selectSoftKeys", "Send,Delete"}, {"unSelectSoftKeys", "Empty,Line"}},
+      "CustomSoftkeySwitch");
   add("contacts-favorite", {{"enabled", "history"}, {"searchenabled", "ldap_search"}}, "FeaturesRecentCallEnable");
   add("contacts-remote", {{"RemotePhoneBook0URL", ""}}, "RemotePhoneBook0Name");
   add("contacts-LDAP", {}, "LDAPhost");

@@ -171,6 +171,16 @@ window.phoneLanguage = {
     "Move down: %1": "إلى أسفل: %1",
     "%1: %2, %3 of %4": "%1: %2، %3 من %4",
 
+    // Keys
+    "Keys": "المفاتيح",
+    "Soft keys": "مفاتيح الشاشة",
+    "Conference": "المؤتمر",
+    "Dialling": "الاتصال",
+    "Incoming call": "مكالمة واردة",
+    "Call Info": "معلومات المكالمة",
+    "Disp Code": "رمز المعالجة",
+    "Line Selection": "اختيار الخط",
+
     // Directories
     "Favourites": "المفضلة",
     "Remote phone books": "دفاتر الهاتف البعيدة",

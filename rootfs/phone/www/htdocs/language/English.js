@@ -4,7 +4,9 @@ window.phoneLanguage = {
   direction: "ltr",
   texts: {
     "Account%d": "Account %d",
+    "Call Info": "Call information",
     "Configuration updating ...": "The phone is fetching its settings, please wait…",
+    "Disp Code": "Disposition code",
     "Error:Item is wrong!": "This account is no longer there, or something is missing.",
     "Error:No space left!": "There is not enough space left on the phone.",
     "Error:The destination folder does not exist!": "The phone has no folder for this file.",
@@ -19,6 +21,7 @@ window.phoneLanguage = {
     "History": "Call history",
     "hangup success": "The phone has hung up.",
     "Inexistence": "Not available",
+    "Line Selection": "Line selection",
     "Local Contacts": "Contacts",
     "Network Calllog": "Network call log",
     "Network Directories": "Network directories",

@@ -171,6 +171,16 @@ window.phoneLanguage = {
     "Move down: %1": "Nach unten: %1",
     "%1: %2, %3 of %4": "%1: %2, %3 von %4",
 
+    // Keys
+    "Keys": "Tasten",
+    "Soft keys": "Display-Tasten",
+    "Conference": "Konferenz",
+    "Dialling": "Wählen",
+    "Incoming call": "Eingehender Anruf",
+    "Call Info": "Anrufinformationen",
+    "Disp Code": "Bearbeitungscode",
+    "Line Selection": "Leitungswahl",
+
     // Directories
     "Favourites": "Favoriten",
     "Remote phone books": "Entfernte Telefonbücher",

@@ -132,7 +132,6 @@ export default {
   "The phone uses its usual ring, whatever the server asks for (Alert-Info).": "يستخدم الهاتف رنينه المعتاد مهما طلب الخادم (Alert-Info).",
   "Music on hold": "موسيقى الانتظار",
   "The address of the server that plays music to callers on hold. Leave empty for none.": "عنوان الخادم الذي يشغّل الموسيقى للمتصلين المعلَّقين. اتركه فارغًا إن لم يوجد.",
-  "Conference": "المؤتمر",
   "Local": "محلي",
   "Local: the phone mixes the calls. Network: a server mixes them.": "محلي: يجمع الهاتف المكالمات. الشبكة: يجمعها خادم.",
   "Conference address": "عنوان المؤتمر",

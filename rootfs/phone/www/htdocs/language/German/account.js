@@ -132,7 +132,6 @@ export default {
   "The phone uses its usual ring, whatever the server asks for (Alert-Info).": "Das Telefon benutzt seinen üblichen Klingelton, auch wenn der Server einen anderen verlangt (Alert-Info).",
   "Music on hold": "Wartemusik",
   "The address of the server that plays music to callers on hold. Leave empty for none.": "Die Adresse des Servers, der gehaltenen Anrufern Musik vorspielt. Leer lassen, wenn es keinen gibt.",
-  "Conference": "Konferenz",
   "Local": "Lokal",
   "Local: the phone mixes the calls. Network: a server mixes them.": "Lokal: Das Telefon schaltet die Gespräche zusammen. Netzwerk: Ein Server schaltet sie zusammen.",
   "Conference address": "Adresse der Konferenz",
