@@ -20,11 +20,13 @@ inline constexpr unsigned kConfigChanged = 0x10007;  // CONFIG_CHANGED: wParam =
 enum class ConfigArea : int {
   kForward = 1,
   kAccountAdvanced = 2,
-  kAccount = 3,  // detail = account index
+  kLineKeys = 2,  // memory keys, too; data = their numbers, a byte each
+  kAccount = 3,   // detail = account index
   kDialPlan = 4,
   kDialNow = 6,
   kLocalContacts = 8,  // detail: kGroupsChanged or kContactsChanged
   kNetwork = 9,
+  kKeys = 10,  // of any family but the programmable ones
   kAudio = 11,
   kTones = 12,
   kAccountBasic = 13,
@@ -34,10 +36,12 @@ enum class ConfigArea : int {
   kPhoneLock = 0x14,
   kLogo = 0x15,
   kTr069 = 0x17,
+  kModuleKeys = 0x19,  // detail = the module from 0; data = their numbers from 1, a byte each
   kAutoRedial = 0x1a,
   kSip = 0x1c,
   kIntercom = 0x1d,
   kDnd = 0x1e,
+  kProgrammableKeys = 0x1f,
   kCallCompletion = 0x20,
   kLdap = 0x23,
   kSoftKeys = 0x24,
@@ -57,6 +61,8 @@ enum class ConfigArea : int {
   kRings = 0x39,
   kContactPhotos = 0x58,  // data = the path of a photo that came or went
   kPowerLight = 0x5a,
+  kKeyPageTips = 0x5b,
+  kKeyLabelLength = 0x60,
 };
 
 inline constexpr int kGroupsChanged = 1;
@@ -80,6 +86,7 @@ inline constexpr unsigned kTalkingState = 0x30007;       // lParam = 1; answers 
 inline constexpr unsigned kExpansionKeys = 0x3000e;      // answers the key modules: count in 4 bits, kind above
 inline constexpr unsigned kActionUri = 0x30017;          // text = a "key" or "number" command
 inline constexpr unsigned kShowXml = 0x3001a;            // a pushed XML document is there
+inline constexpr unsigned kWriteBlfList = 0x3001e;       // wParam = BlfKeys; answered when kBlfListPath is there
 inline constexpr unsigned kExportConfig = 0x3001f;  // text = a "phonecfg" command; answers 1 when its file is ready
 inline constexpr unsigned kRedirectCall = 0x30020;  // text = a "redirectcall" command
 inline constexpr unsigned kForwardCall = 0x30021;   // text = a "forward" command
@@ -88,6 +95,16 @@ inline constexpr unsigned kBusyLampsChanged = 0x30029;
 inline constexpr unsigned kWriteCallHistory = 0x50004;  // answered when the file of the call history is up to date
 inline constexpr unsigned kMakeCall =
     0xa0002;  // wParam = origin and account, text = number; answers non-zero: it dials
+
+// The busy lamps of a family's keys, as the phone application writes them out: a record a key, "$" between records,
+// "?" between the key's number (of module keys from 1) and its value, label and extension, each behind a mark of one
+// character.
+inline constexpr char kBlfListPath[] = "/tmp/tmpBLFListValues";
+enum class BlfKeys : int {
+  kLine = 0,
+  kMemory = 1,
+  kModule = 2,  // lParam = the module from 1
+};
 
 // How the registration of an account stands.
 enum RegistrationStatus : int {
