@@ -1,0 +1,49 @@
+// The table of key types: what each one is called, where it is offered and which parameters it has.
+#pragma once
+
+#include "dsskey/dsskey_records.h"
+
+namespace dsskey {
+
+inline constexpr int kKeyTypeCount = 62;
+
+// Whether memory, line and expansion keys offer a type.
+enum class Offer { kNo, kYes };
+// Whether programmable keys offer it; kSame: as the others do.
+enum class ProgramOffer { kSame, kNo, kYes };
+// Whether it needs the BroadSoft services: as one of them, or because it shows what they deliver.
+enum class Broadsoft { kNo, kService, kNeeded };
+enum class HasValue { kNo, kYes, kNotOnProgramKeys, kOnLineKeys };
+enum class Has { kNo, kYes };
+// What its line is chosen from.
+enum class LineChoices { kNone, kAccounts, kXmlPhonebooks, kHistory, kLocalGroups, kNetworkGroups, kNetworkCallLog };
+
+struct KeyType {
+  int number;
+  DssKey_Type type;
+  const char* name;  // shown
+  int place;         // in the type picker, from 1
+  Offer offer;
+  ProgramOffer onProgramKeys;
+  Broadsoft broadsoft;
+  HasValue value;
+  Has line;
+  Has extension;
+  LineChoices lineChoices;
+};
+
+// The row of a type; that of DT_NA for a number that is none.
+const KeyType& keyType(int type);
+bool isKeyType(int type);
+
+// The type at a place of the picker, from 1 to kKeyTypeCount.
+DssKey_Type typeAtPlace(int place);
+
+// The name that is shown for a type on keys of a family; "N/A" for a number that is none.
+const char* typeName(int type, DSSK_MODEL_TYPE family);
+
+constexpr bool isFamily(DSSK_MODEL_TYPE family) {
+  return family >= DSSK_MEMORY && family <= DSSK_EXT;
+}
+
+}  // namespace dsskey
