@@ -69,6 +69,16 @@ int callHistory(Phone&, const JournalEntry&) {
   return 0;
 }
 
+// A record a key, fields behind the marks that the key model drops.
+int writeBlfList(Phone& phone, const JournalEntry&) {
+  std::string text;
+  for (const BusyLamp& lamp : phone.state.blfList) {
+    if (!text.empty()) text += '$';
+    text += std::to_string(lamp.key) + "?v" + lamp.value + "?l" + lamp.label + "?e" + lamp.extension;
+  }
+  return replaceFile(phonePath(kBlfListPath), text) ? 1 : 0;
+}
+
 int exchangeDirectory(Phone& phone, DirectoryFile request) {
   const DirectoryState& state = phone.state.directory;
   if (state.busy) return kDirectoryInUse;
@@ -108,6 +118,7 @@ constexpr MessageHandler kMessages[] = {
     {.message = kRegistrationState, .answer = registration},
     {.message = kTalkingState, .answer = idle},
     {.message = kExpansionKeys, .answer = expansionModules},
+    {.message = kWriteBlfList, .answer = writeBlfList},
     {.message = kExportConfig, .answer = exportConfig},
     {.message = kWriteCallHistory, .answer = callHistory},
     {.message = kMakeCall, .answer = dials, .react = dial},

@@ -26,6 +26,12 @@ struct ExpansionModule {
   std::string firmware;
 };
 
+// What a key shows of somebody's line.
+struct BusyLamp {
+  int key = 0;
+  std::string value, label, extension;
+};
+
 struct DirectoryState {
   bool available = true;
   bool busy = false;
@@ -46,6 +52,7 @@ struct DeviceState {
   int rebootSeconds = 0;
   std::map<std::string, int> answers;  // by "THREAD 0xMESSAGE"
   DirectoryState directory;
+  std::vector<BusyLamp> blfList;
   std::vector<std::string> networkDirectories = {"Sales", "Support"};
   std::string networkDirectoryError;             // empty: they can be fetched
   std::vector<std::string> missingApplications;  // threads that nobody finds

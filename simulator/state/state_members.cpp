@@ -15,6 +15,7 @@ using nlohmann::ordered_json;
 constexpr std::int64_t kMaxClockOffset = 100LL * 366 * 24 * 3600;
 constexpr int kMaxRebootSeconds = 3600;
 constexpr std::size_t kMaxExpansionModules = 15;
+constexpr std::size_t kMaxBusyLamps = 1000;
 constexpr std::size_t kMaxThreads = 100;
 constexpr std::size_t kMaxNetworkDirectories = 100;
 
@@ -110,6 +111,13 @@ constexpr Member<ExpansionModule> kModuleMembers[] = {
     field<&ExpansionModule::firmware, readText>("firmware"),
 };
 
+constexpr Member<BusyLamp> kBusyLampMembers[] = {
+    field<&BusyLamp::key, readInt>("key"),
+    field<&BusyLamp::value, readText>("value"),
+    field<&BusyLamp::label, readText>("label"),
+    field<&BusyLamp::extension, readText>("extension"),
+};
+
 constexpr Member<DirectoryState> kDirectoryMembers[] = {
     field<&DirectoryState::available, readBool>("available"),
     field<&DirectoryState::busy, readBool>("busy"),
@@ -129,6 +137,7 @@ constexpr Member<DeviceState> kMembers[] = {
     field<&DeviceState::rebootSeconds, readRebootSeconds>("rebootSeconds"),
     field<&DeviceState::answers, mergeAnswers>("answers"),
     object<&DeviceState::directory, kDirectoryMembers>("directory"),
+    objectList<&DeviceState::blfList, kBusyLampMembers, kMaxBusyLamps>("blfList"),
     field<&DeviceState::networkDirectories, readDirectoryNames>("networkDirectories"),
     field<&DeviceState::networkDirectoryError, readText>("networkDirectoryError"),
     field<&DeviceState::missingApplications, readThreads>("missingApplications"),

@@ -58,16 +58,17 @@ TEST_F(ControlTest, JournalIsBounded) {
 }
 
 TEST_F(ControlTest, StateOfAFreshPhone) {
-  EXPECT_EQ(control("GET", "state").body,
-            R"({"phoneType":46,"hardwareVersion":"46.0.0.1","mac":"02005e000046","talking":false,)"
-            R"("registration":[2,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0],"network":{"cableConnected":true,)"
-            R"("localIPv4":"192.0.2.46","netmaskIPv4":"255.255.255.0","gatewayIPv4":"192.0.2.1",)"
-            R"("primaryDNSIPv4":"192.0.2.53","secondaryDNSIPv4":"192.0.2.54","localIPv6":"2001:db8::46",)"
-            R"("prefixIPv6":"64","gatewayIPv6":"2001:db8::1","primaryDNSIPv6":"2001:db8::53",)"
-            R"("secondaryDNSIPv6":"2001:db8::54","lanIP":"10.0.0.1"},"expansionModules":[],"bootEnvironment":{},)"
-            R"("clockOffset":0,"rebootSeconds":0,"answers":{},)"
-            R"("directory":{"available":true,"busy":false,"refusal":0},"networkDirectories":["Sales","Support"],)"
-            R"("networkDirectoryError":"","missingApplications":[]})");
+  EXPECT_EQ(
+      control("GET", "state").body,
+      R"({"phoneType":46,"hardwareVersion":"46.0.0.1","mac":"02005e000046","talking":false,)"
+      R"("registration":[2,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0],"network":{"cableConnected":true,)"
+      R"("localIPv4":"192.0.2.46","netmaskIPv4":"255.255.255.0","gatewayIPv4":"192.0.2.1",)"
+      R"("primaryDNSIPv4":"192.0.2.53","secondaryDNSIPv4":"192.0.2.54","localIPv6":"2001:db8::46",)"
+      R"("prefixIPv6":"64","gatewayIPv6":"2001:db8::1","primaryDNSIPv6":"2001:db8::53",)"
+      R"("secondaryDNSIPv6":"2001:db8::54","lanIP":"10.0.0.1"},"expansionModules":[],"bootEnvironment":{},)"
+      R"("clockOffset":0,"rebootSeconds":0,"answers":{},)"
+      R"("directory":{"available":true,"busy":false,"refusal":0},"blfList":[],"networkDirectories":["Sales","Support"],)"
+      R"("networkDirectoryError":"","missingApplications":[]})");
 }
 
 TEST_F(ControlTest, PatchMerges) {
