@@ -95,11 +95,17 @@ class DssKey_Model_Base {
   bool SendMessage(DSSK_MODEL_TYPE family, const char* changedKeys, int page);
 
  protected:
-  bool hasParameter(DSSK_PARA_TYPE parameter, DSSK_MODEL_TYPE family, const DssKey& key);
+  // True when the parameter of a record is to be stored: a key of its type has it, and its text is not the one that
+  // stands for an extension that nobody shows.
+  bool isToBeStored(DSSK_PARA_TYPE parameter, DSSK_MODEL_TYPE family, const DssKey& key);
+  // True for the list of busy lamps, which the phone application writes out while the services are on.
+  static bool isBlfListInUse(int type);
 
  private:
   using KeyReader = bool (DssKey_Model_Base::*)(DssKey* key, DSSK_MODEL_TYPE family, int page);
   bool readKeys(OrbList<DssKey>* keys, DSSK_MODEL_TYPE family, const Key_Display* display, int page, KeyReader read);
+  // Completes what is shown of a page of expansion keys.
+  void showModule(Key_Display& display);
   bool readStoredKey(DssKey* key, DSSK_MODEL_TYPE family, int page);
 
   int moduleKind_ = 0;  // of the expansion modules: 1 with 38 keys, 2 with 40; 0 until they were asked for

@@ -7,28 +7,26 @@ namespace dsskey {
 
 inline constexpr int kKeyTypeCount = 62;
 
-// Whether memory, line and expansion keys offer a type.
-enum class Offer { kNo, kYes };
-// Whether programmable keys offer it; kSame: as the others do.
-enum class ProgramOffer { kSame, kNo, kYes };
-// Whether it needs the BroadSoft services: as one of them, or because it shows what they deliver.
-enum class Broadsoft { kNo, kService, kNeeded };
-enum class HasValue { kNo, kYes, kNotOnProgramKeys, kOnLineKeys };
-enum class Has { kNo, kYes };
-// What its line is chosen from.
-enum class LineChoices { kNone, kAccounts, kXmlPhonebooks, kHistory, kLocalGroups, kNetworkGroups, kNetworkCallLog };
+// Whether programmable keys offer a type: as the other families do, though these do not, not though these do.
+enum class ProgramOffer { kSame, kAdded, kHidden };
+// Whether a type needs the BroadSoft services: as one of them, or because it shows what they deliver.
+enum class Broadsoft { kFree, kService, kTied };
+// Which keys of a type have a value.
+enum class HasValue { kNoValue, kValue, kNotProgram, kLineKeys };
+// What the line of a key is chosen from.
+enum class LineChoices { kNone, kAccounts, kPhonebooks, kHistory, kLocalGroups, kNetworkGroups, kNetworkCalls };
 
 struct KeyType {
   int number;
   DssKey_Type type;
   const char* name;  // shown
   int place;         // in the type picker, from 1
-  Offer offer;
+  bool isOffered;    // to memory, line and expansion keys
   ProgramOffer onProgramKeys;
   Broadsoft broadsoft;
   HasValue value;
-  Has line;
-  Has extension;
+  bool line;
+  bool extension;
   LineChoices lineChoices;
 };
 
