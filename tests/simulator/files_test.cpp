@@ -47,6 +47,28 @@ TEST_F(FilesTest, RegistryMergesWhatOthersWrote) {
   EXPECT_EQ(again->registryGetString("first", "") + again->registryGetString("third", "none"), "y\nznone");
 }
 
+TEST_F(FilesTest, RegistryBatchReplacesAFileOnce) {
+  write("/tmp/a.ini", "[one]\nfirst=1\n[two]\nfirst=x\n");
+  std::unique_ptr<ETL_SubClass> kept;
+  {
+    const RegistryBatch batch, inner;
+    kept = open("/tmp/a.ini", "one");
+    const auto two = open("/tmp/a.ini", "two");
+    EXPECT_FALSE(kept->registrySetInt("first", 1));
+    EXPECT_TRUE(kept->registrySetString("second", "") && kept->registryFlush() && two->registrySetInt("first", 2));
+    EXPECT_EQ(open("/tmp/a.ini", "one")->registryGetString("second", "none"), "");
+    EXPECT_EQ(open("/tmp/a.ini", "two")->registryGetString("first", ""), "x");
+    EXPECT_TRUE(two->registryFlush());
+    write("/tmp/a.ini", "[one]\nfirst=5\nother=6\n");
+  }
+  EXPECT_EQ(content("/tmp/a.ini"), "[one]\nfirst=1\nother=6\nsecond=\n\n\n[two]\nfirst=2\n");
+  EXPECT_TRUE(kept->registrySetInt("first", 9) && kept->registryFlush());
+  EXPECT_THAT(content("/tmp/a.ini"), HasSubstr("first=9\n"));
+  const auto before = fs::last_write_time(file("/tmp/a.ini"));
+  EXPECT_TRUE(!kept->registrySetInt("first", 9) && kept->registryFlush());
+  EXPECT_EQ(fs::last_write_time(file("/tmp/a.ini")), before);
+}
+
 TEST_F(FilesTest, RegistryNumbersAndMissingFiles) {
   write("/tmp/n.ini", "[s]\na=12\nb=-4\nc=12x\nd=\ne=99999999999\n");
   const auto numbers = open("/tmp/n.ini", "s");

@@ -1,9 +1,15 @@
 // What the phone does on messages and calls.
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <thread>
 
 #include "platform/config_parser.h"
 #include "platform/expansion_module.h"
 #include "platform/log.h"
+#include "platform/named_lock.h"
 #include "platform/os_services.h"
 #include "platform/shared_text.h"
 #include "tests/simulator/simulator_test.h"
@@ -213,6 +219,54 @@ TEST_F(BehaviourTest, ControlWorksBesideAHandler) {
   }
   other.join();
   EXPECT_EQ(config("A") + config("B"), "299299");
+}
+
+TEST_F(BehaviourTest, WritesBusyLampsOut) {
+  setState(R"({"blfList":[{"key":3,"value":"100","label":"Bob"},{"key":2,"extension":"*8"}]})");
+  EXPECT_EQ(ask("app_hostapp", 0x3001e), 1);
+  EXPECT_EQ(content("/tmp/tmpBLFListValues"), "3?v100?lBob?e$2?v?l?e*8");
+}
+
+TEST_F(BehaviourTest, NamedLocksKeepThreadsApart) {
+  using Lock = ETL_BaseHelper::chMutex;
+  Lock mine, other, refused;
+  for (const char* name : {static_cast<const char*>(nullptr), "", "../x", "a/b", "a b", ".."})
+    EXPECT_FALSE(refused.OpenMutex(name));
+  EXPECT_FALSE(refused.Lock(0) || refused.Unlock());
+  EXPECT_TRUE(mine.OpenMutex("Keys") && other.OpenMutex("Keys") && mine.Lock(0) && mine.Lock(-1));
+  EXPECT_FALSE(other.Lock(0) || other.Lock(20));
+  bool taken = false;
+  std::thread waiting([&] { taken = other.Lock(-1); });
+  EXPECT_TRUE(mine.Unlock());
+  waiting.join();
+  EXPECT_TRUE(taken);
+  EXPECT_FALSE(mine.Lock(0));
+  other.CloseMutex();
+  EXPECT_TRUE(mine.Lock(0));
+}
+
+// Another process with a lock of its own kind: taken from the start of the file to its end, given back at its end.
+TEST_F(BehaviourTest, NamedLocksKeepProcessesApart) {
+  ETL_BaseHelper::chMutex mine;
+  EXPECT_TRUE(mine.OpenMutex("Keys"));
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    const int held = ::open(file("/tmp/Keys.lock").c_str(), O_RDWR);
+    const bool isHeld = fcntl(held, F_SETLK, &lock) == 0 && ::write(ready[1], "", 1) == 1;
+    if (isHeld) pause();
+    _exit(1);
+  }
+  close(ready[1]);
+  char byte;
+  ASSERT_EQ(read(ready[0], &byte, 1), 1);
+  EXPECT_FALSE(mine.Lock(20));
+  kill(child, SIGKILL);
+  EXPECT_TRUE(mine.Lock(-1));
+  waitpid(child, nullptr, 0);
 }
 
 }  // namespace
