@@ -64,7 +64,7 @@ std::string factoryText(ETL_SubClass& section, const IniKey& key) {
 
 std::unique_ptr<ETL_SubClass> DssKey_Model_Base::GetRegistryHandle(DSSK_MODEL_TYPE family, int keyIndex, int module,
                                                                    bool factory) {
-  if (!dsskey::isFamily(family)) return nullptr;
+  if (!dsskey::isFamily(family) || (family == DSSK_EXT && module < 1)) return nullptr;
   const std::string file = (factory ? kFactoryFolder : kUserFolder) + fileName(family, module);
   return registryOpen(file.c_str(), sectionName(family, keyIndex).c_str(),
                       factory ? RegistryFile::kMustExist : RegistryFile::kMayBeMissing);

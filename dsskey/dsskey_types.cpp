@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace dsskey {
 namespace {
@@ -105,9 +104,8 @@ consteval std::array<DssKey_Type, kKeyTypeCount> pickerOrder() {
 constexpr auto kPickerOrder = pickerOrder();
 
 constexpr bool areColumnsConsistent() {
-  return std::ranges::all_of(kTypes, [](const KeyType& row) {
-    return row.line == (row.lineChoices != kNone) && std::string_view(row.name) != "";
-  });
+  return std::ranges::all_of(
+      kTypes, [](const KeyType& row) { return row.line == (row.lineChoices != kNone) && *row.name != '\0'; });
 }
 static_assert(areColumnsConsistent());
 
