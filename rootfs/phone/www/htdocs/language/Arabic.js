@@ -236,6 +236,7 @@ window.phoneLanguage = {
     "Messages during a call go through the outbound proxy too.": "تمر الرسائل داخل المكالمة أيضًا عبر الوكيل الصادر.",
     "Ring tone after early media": "رنين بعد الصوت المبكر",
     "A ring tone replaces the announcement when the other phone begins to ring.": "تحل نغمة رنين محل الإعلان عندما يبدأ الهاتف الآخر بالرنين.",
+    "Delete": "حذف",
     "Upload": "رفع",
     "Choose a file first.": "اختر ملفًا أولًا.",
     "Setup wizard": "معالج الإعداد",

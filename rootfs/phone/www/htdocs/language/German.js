@@ -236,6 +236,7 @@ window.phoneLanguage = {
     "Messages during a call go through the outbound proxy too.": "Auch Nachrichten innerhalb eines Gesprächs gehen über den ausgehenden Proxy.",
     "Ring tone after early media": "Freizeichen nach Ansage",
     "A ring tone replaces the announcement when the other phone begins to ring.": "Ein Freizeichen ersetzt die Ansage, wenn das andere Telefon zu klingeln beginnt.",
+    "Delete": "Löschen",
     "Upload": "Hochladen",
     "Choose a file first.": "Wählen Sie zuerst eine Datei.",
     "Setup wizard": "Einrichtungsassistent",

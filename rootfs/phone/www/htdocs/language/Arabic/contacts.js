@@ -181,7 +181,6 @@ export default {
   "Group": "المجموعة",
   "Edit": "تعديل",
   "Edit: %1": "تعديل: %1",
-  "Delete": "حذف",
   "Delete all": "حذف الكل",
   "Move": "نقل",
   "Move to": "نقل إلى",

@@ -157,7 +157,6 @@ export default {
   "Ringing at the other side": "الرنين لدى الطرف الآخر",
   "Transferring": "نقل المكالمة",
   "Answer": "رد",
-  "Delete": "حذف",
   "Emergency": "طوارئ",
   "Empty place": "موضع فارغ",
   "End call": "إنهاء المكالمة",

@@ -181,7 +181,6 @@ export default {
   "Group": "Gruppe",
   "Edit": "Bearbeiten",
   "Edit: %1": "Bearbeiten: %1",
-  "Delete": "Löschen",
   "Delete all": "Alle löschen",
   "Move": "Verschieben",
   "Move to": "Verschieben nach",

@@ -157,7 +157,6 @@ export default {
   "Ringing at the other side": "Es klingelt bei der Gegenstelle",
   "Transferring": "Vermittlung",
   "Answer": "Annehmen",
-  "Delete": "Löschen",
   "Emergency": "Notfall",
   "Empty place": "Leerer Platz",
   "End call": "Auflegen",
