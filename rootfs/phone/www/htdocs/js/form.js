@@ -210,6 +210,6 @@ export function prepareForm(form) {
   applyModes(form);
   prepareSecrets(form);
   prepareSaving(form);
-  const anything = [...form.querySelectorAll(".field, .items")].some((field) => !field.closest("[hidden]"));
+  const anything = [...form.querySelectorAll(".field, .items, .keys > li")].some((field) => !field.closest("[hidden]"));
   form.querySelector(".bar").hidden = !anything;
 }

@@ -23,9 +23,17 @@ export function maySee(identity, code) {
   return (ranks.get(identity) ?? 2) <= needed;
 }
 
+// The tab that opened the page.
+function ownTab(page) {
+  return [...document.querySelectorAll(`#navigation [data-page="${CSS.escape(page)}"]`)].find(({ dataset: { form } }) => {
+    const [name, value] = (form ?? "").split("=");
+    return !form || document.querySelector(`main input[name="${name}"]`)?.value === value;
+  });
+}
+
 // A page speaks of tabs of its own section only, and not always of all; those it leaves out are shown.
 function applyToNavigation(page, identity, tabs) {
-  const own = document.querySelector(`#navigation [data-page="${CSS.escape(page)}"]`);
+  const own = ownTab(page);
   if (!own) return true;
   const section = own.closest(".sections > li");
   section.classList.add("current");

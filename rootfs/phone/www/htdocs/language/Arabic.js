@@ -5,6 +5,7 @@ window.phoneLanguage = {
   sections: {
     account: "/language/Arabic/account.js",
     contacts: "/language/Arabic/contacts.js",
+    dsskey: "/language/Arabic/dsskey.js",
     features: "/language/Arabic/features.js",
     hidden: "/language/Arabic/hidden.js",
     network: "/language/Arabic/network.js",
@@ -152,6 +153,36 @@ window.phoneLanguage = {
     "Directed pickup code": "رمز الالتقاط الموجَّه",
     "Group pickup code": "رمز التقاط المجموعة",
 
+    // Keys
+    "Address": "العنوان",
+    "All contacts": "كل جهات الاتصال",
+    "Automatic": "تلقائية",
+    "Call Info": "معلومات المكالمة",
+    "Conference": "المؤتمر",
+    "Dialling": "الاتصال",
+    "Disp Code": "رمز المعالجة",
+    "Do not disturb": "عدم الإزعاج",
+    "Emergency": "طوارئ",
+    "Forward": "تحويل",
+    "Group pickup": "الالتقاط الجماعي",
+    "Group": "المجموعة",
+    "Hold": "تعليق",
+    "Incoming call": "مكالمة واردة",
+    "Keys": "المفاتيح",
+    "Line Selection": "اختيار الخط",
+    "Line keys": "مفاتيح الخطوط",
+    "Line": "الخط",
+    "Network call log": "سجل مكالمات الشبكة",
+    "PIN": "رقم PIN",
+    "Park": "ركن",
+    "Prefix": "البادئة",
+    "Private hold": "تعليق خاص",
+    "Programmable keys": "المفاتيح القابلة للبرمجة",
+    "Redial": "إعادة الاتصال",
+    "Restore the delivered keys": "استعادة المفاتيح الأصلية",
+    "Soft keys": "مفاتيح الشاشة",
+    "Voice mail": "البريد الصوتي",
+
     // Forward and DND
     "Forward and DND": "التحويل وعدم الإزعاج",
 
@@ -171,16 +202,6 @@ window.phoneLanguage = {
     "Move down: %1": "إلى أسفل: %1",
     "%1: %2, %3 of %4": "%1: %2، %3 من %4",
 
-    // Keys
-    "Keys": "المفاتيح",
-    "Soft keys": "مفاتيح الشاشة",
-    "Conference": "المؤتمر",
-    "Dialling": "الاتصال",
-    "Incoming call": "مكالمة واردة",
-    "Call Info": "معلومات المكالمة",
-    "Disp Code": "رمز المعالجة",
-    "Line Selection": "اختيار الخط",
-
     // Directories
     "Favourites": "المفضلة",
     "Remote phone books": "دفاتر الهاتف البعيدة",
@@ -194,6 +215,7 @@ window.phoneLanguage = {
     "Error:Write remote_phonebook_list.xml error!": "تعذّر على الهاتف حفظ دفاتر الهاتف.",
     // Call history
     "Call history": "سجل المكالمات",
+    "Error: Write dsskey config error!": "تعذّر على الهاتف استعادة المفاتيح.",
     "Error:Item is wrong!": "لم يعد هذا الحساب موجودًا أو أن البيانات ناقصة.",
 
     // Dialling

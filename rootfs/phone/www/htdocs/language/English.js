@@ -7,6 +7,7 @@ window.phoneLanguage = {
     "Call Info": "Call information",
     "Configuration updating ...": "The phone is fetching its settings, please wait…",
     "Disp Code": "Disposition code",
+    "Error: Write dsskey config error!": "The phone could not restore the keys.",
     "Error:Item is wrong!": "This account is no longer there, or something is missing.",
     "Error:No space left!": "There is not enough space left on the phone.",
     "Error:The destination folder does not exist!": "The phone has no folder for this file.",

@@ -5,6 +5,7 @@ window.phoneLanguage = {
   sections: {
     account: "/language/German/account.js",
     contacts: "/language/German/contacts.js",
+    dsskey: "/language/German/dsskey.js",
     features: "/language/German/features.js",
     hidden: "/language/German/hidden.js",
     network: "/language/German/network.js",
@@ -152,6 +153,36 @@ window.phoneLanguage = {
     "Directed pickup code": "Code für gezielte Übernahme",
     "Group pickup code": "Code für Gruppenübernahme",
 
+    // Keys
+    "Address": "Adresse",
+    "All contacts": "Alle Kontakte",
+    "Automatic": "Automatisch",
+    "Call Info": "Anrufinformationen",
+    "Conference": "Konferenz",
+    "Dialling": "Wählen",
+    "Disp Code": "Bearbeitungscode",
+    "Do not disturb": "Nicht stören",
+    "Emergency": "Notfall",
+    "Forward": "Umleiten",
+    "Group pickup": "Gruppenübernahme",
+    "Group": "Gruppe",
+    "Hold": "Halten",
+    "Incoming call": "Eingehender Anruf",
+    "Keys": "Tasten",
+    "Line Selection": "Leitungswahl",
+    "Line keys": "Leitungstasten",
+    "Line": "Leitung",
+    "Network call log": "Anrufliste im Netz",
+    "PIN": "PIN",
+    "Park": "Parken",
+    "Prefix": "Vorwahl",
+    "Private hold": "Privat halten",
+    "Programmable keys": "Programmierbare Tasten",
+    "Redial": "Wahlwiederholung",
+    "Restore the delivered keys": "Gelieferte Tasten wiederherstellen",
+    "Soft keys": "Display-Tasten",
+    "Voice mail": "Voicemail",
+
     // Forward and DND
     "Forward and DND": "Umleitung und DND",
 
@@ -171,16 +202,6 @@ window.phoneLanguage = {
     "Move down: %1": "Nach unten: %1",
     "%1: %2, %3 of %4": "%1: %2, %3 von %4",
 
-    // Keys
-    "Keys": "Tasten",
-    "Soft keys": "Display-Tasten",
-    "Conference": "Konferenz",
-    "Dialling": "Wählen",
-    "Incoming call": "Eingehender Anruf",
-    "Call Info": "Anrufinformationen",
-    "Disp Code": "Bearbeitungscode",
-    "Line Selection": "Leitungswahl",
-
     // Directories
     "Favourites": "Favoriten",
     "Remote phone books": "Entfernte Telefonbücher",
@@ -194,6 +215,7 @@ window.phoneLanguage = {
     "Error:Write remote_phonebook_list.xml error!": "Das Telefon konnte die Telefonbücher nicht speichern.",
     // Call history
     "Call history": "Anrufliste",
+    "Error: Write dsskey config error!": "Das Telefon konnte die Tasten nicht wiederherstellen.",
     "Error:Item is wrong!": "Dieses Konto gibt es nicht mehr, oder die Angaben sind unvollständig.",
 
     // Dialling

@@ -3,7 +3,6 @@ export default {
 
   // Register
   "How an account registers with its SIP servers.": "كيف يسجَّل الحساب لدى خوادم SIP.",
-  "Line": "الخط",
   "Account active": "الحساب مفعَّل",
   "Only an active account can make and take calls.": "لا تُجرى المكالمات ولا تُستقبل إلا بحساب مفعَّل.",
   "The name beside the line key on the phone's screen.": "الاسم بجانب مفتاح الخط على شاشة الهاتف.",
@@ -146,7 +145,6 @@ export default {
   "The format of the message that carries the key press.": "صيغة الرسالة التي تنقل ضغطة المفتاح.",
   "Payload type": "نوع الحمولة",
   "The number of the RTP payload, usually 101.": "رقم حمولة RTP، وهو عادةً 101.",
-  "Voice mail": "البريد الصوتي",
   "The mailbox number, which the message key calls.": "رقم صندوق البريد، ويتصل به مفتاح الرسائل.",
   "Subscribe to messages": "الاشتراك في الرسائل",
   "The server reports waiting messages (MWI).": "يبلّغ الخادم عن الرسائل المنتظرة (MWI).",

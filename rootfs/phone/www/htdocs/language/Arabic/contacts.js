@@ -8,7 +8,6 @@ export default {
   "Announcements to the addresses up to this number interrupt a call. 0: none does.": "النداءات إلى العناوين حتى هذا الرقم تقطع المكالمة. ‏0: لا شيء منها.",
   "Addresses": "العناوين",
   "Address 1 has the highest priority. Use addresses from 224.0.0.0 to 239.255.255.255 with a port, such as 224.0.1.75:5010.": "للعنوان 1 أعلى أولوية. استخدم العناوين من 224.0.0.0 إلى 239.255.255.255 مع منفذ، مثل 224.0.1.75:5010.",
-  "Address": "العنوان",
 
   // Favourites
   "Which directories the phone offers, and in which order.": "الأدلة التي يعرضها الهاتف، وترتيبها.",
@@ -93,7 +92,6 @@ export default {
   "The phone could not load the list: %1": "تعذّر على الهاتف تحميل القائمة: %1",
   "The phone could not load the list.": "تعذّر على الهاتف تحميل القائمة.",
   "Call log": "سجل المكالمات",
-  "Network call log": "سجل مكالمات الشبكة",
   "The phone shows the calls that the server has noted, from all your phones.": "يعرض الهاتف المكالمات التي سجّلها الخادم من جميع هواتفك.",
   "Accounts of the call log": "حسابات سجل المكالمات",
 
@@ -158,7 +156,6 @@ export default {
   // Contacts
   "The phone's own directory.": "دليل الهاتف نفسه.",
   "Groups": "المجموعات",
-  "All contacts": "كل جهات الاتصال",
   "Blacklist": "القائمة السوداء",
   "Search this group": "البحث في هذه المجموعة",
   "Search by name or number": "البحث بالاسم أو الرقم",
@@ -178,7 +175,6 @@ export default {
   "Office": "المكتب",
   "Mobile": "الجوال",
   "Other": "أخرى",
-  "Group": "المجموعة",
   "Edit": "تعديل",
   "Edit: %1": "تعديل: %1",
   "Delete all": "حذف الكل",

@@ -4,7 +4,6 @@ export default {
   "Settings for service staff, which most phones never need.": "إعدادات لموظفي الصيانة، لا تحتاج إليها معظم الهواتف.",
   "Network ports": "منافذ الشبكة",
   "Network port speed": "سرعة منفذ الشبكة",
-  "Automatic": "تلقائية",
   "10 Mbit/s full duplex": "10 Mbit/s مزدوج كامل",
   "100 Mbit/s full duplex": "100 Mbit/s مزدوج كامل",
   "10 Mbit/s half duplex": "10 Mbit/s نصف مزدوج",

@@ -3,7 +3,6 @@ export default {
 
   // Register
   "How an account registers with its SIP servers.": "Wie sich ein Konto bei seinen SIP-Servern registriert.",
-  "Line": "Leitung",
   "Account active": "Konto aktiv",
   "Only an active account can make and take calls.": "Nur mit einem aktiven Konto sind Anrufe möglich.",
   "The name beside the line key on the phone's screen.": "Der Name neben der Leitungstaste auf dem Bildschirm des Telefons.",
@@ -146,7 +145,6 @@ export default {
   "The format of the message that carries the key press.": "Das Format der Nachricht, die den Tastendruck überträgt.",
   "Payload type": "Payload-Typ",
   "The number of the RTP payload, usually 101.": "Die Nummer der RTP-Nutzdaten, meist 101.",
-  "Voice mail": "Voicemail",
   "The mailbox number, which the message key calls.": "Die Nummer der Mailbox, die die Nachrichtentaste anruft.",
   "Subscribe to messages": "Nachrichten abonnieren",
   "The server reports waiting messages (MWI).": "Der Server meldet wartende Nachrichten (MWI).",

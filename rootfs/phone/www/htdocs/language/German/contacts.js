@@ -8,7 +8,6 @@ export default {
   "Announcements to the addresses up to this number interrupt a call. 0: none does.": "Durchsagen an die Adressen bis zu dieser Nummer unterbrechen ein Gespräch. 0: keine.",
   "Addresses": "Adressen",
   "Address 1 has the highest priority. Use addresses from 224.0.0.0 to 239.255.255.255 with a port, such as 224.0.1.75:5010.": "Adresse 1 hat den höchsten Vorrang. Adressen von 224.0.0.0 bis 239.255.255.255 mit Port, zum Beispiel 224.0.1.75:5010.",
-  "Address": "Adresse",
 
   // Favourites
   "Which directories the phone offers, and in which order.": "Welche Verzeichnisse das Telefon anbietet und in welcher Reihenfolge.",
@@ -93,7 +92,6 @@ export default {
   "The phone could not load the list: %1": "Das Telefon konnte die Liste nicht laden: %1",
   "The phone could not load the list.": "Das Telefon konnte die Liste nicht laden.",
   "Call log": "Anrufliste",
-  "Network call log": "Anrufliste im Netz",
   "The phone shows the calls that the server has noted, from all your phones.": "Das Telefon zeigt die Anrufe, die der Server notiert hat, von allen Ihren Telefonen.",
   "Accounts of the call log": "Konten der Anrufliste",
 
@@ -158,7 +156,6 @@ export default {
   // Contacts
   "The phone's own directory.": "Das eigene Verzeichnis des Telefons.",
   "Groups": "Gruppen",
-  "All contacts": "Alle Kontakte",
   "Blacklist": "Sperrliste",
   "Search this group": "In dieser Gruppe suchen",
   "Search by name or number": "Name oder Nummer suchen",
@@ -178,7 +175,6 @@ export default {
   "Office": "Büro",
   "Mobile": "Mobil",
   "Other": "Andere",
-  "Group": "Gruppe",
   "Edit": "Bearbeiten",
   "Edit: %1": "Bearbeiten: %1",
   "Delete all": "Alle löschen",

@@ -4,7 +4,6 @@ export default {
   "Settings for service staff, which most phones never need.": "Einstellungen für den Service, die die meisten Telefone nie brauchen.",
   "Network ports": "Netzwerkanschlüsse",
   "Network port speed": "Geschwindigkeit des Netzwerkanschlusses",
-  "Automatic": "Automatisch",
   "10 Mbit/s full duplex": "10 Mbit/s Vollduplex",
   "100 Mbit/s full duplex": "100 Mbit/s Vollduplex",
   "10 Mbit/s half duplex": "10 Mbit/s Halbduplex",
