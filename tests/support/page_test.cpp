@@ -58,7 +58,10 @@ Object* make(const std::string& factory) {
 HttpServlet& pageHandler(const std::string& page) {
   static auto& handlers = *new std::map<std::string, HttpServlet*>;
   HttpServlet*& handler = handlers[page];
-  if (!handler) handler = make<HttpServlet>(pageList().at(page));
+  if (!handler) {
+    handler = make<HttpServlet>(pageList().at(page));
+    handler->init();
+  }
   return *handler;
 }
 
