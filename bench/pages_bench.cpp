@@ -147,6 +147,20 @@ void importContacts(benchmark::State& state) {
   }
 }
 
+// A module of 40 keys, half of them on one of 38 groups of contacts, the others on an account.
+void prepareModule() {
+  std::string groups, keys;
+  for (int i = 0; i < 38; ++i) groups += "<group display_name=\"Group " + std::to_string(i) + "\"/>";
+  for (int i = 0; i < 40; ++i) {
+    keys += "<item type=\"" + std::string(i % 2 ? "45" : "13") + "\"><itemdata value=\"" + std::to_string(100 + i) +
+            "\" line=\"1\" label=\"Key\" extension=\"\"/></item>";
+  }
+  writePhoneFile("config/data/contact_group_list.xml", "<root_group>" + groups + "</root_group>");
+  writePhoneFile("config/data/expkey0.xml", "<dsskey>" + keys + "</dsskey>");
+  simulator::control("PATCH", "/simulator/state", {},
+                     R"({"expansionModules":[{"type":1,"hardware":"1","firmware":"2"}]})");
+}
+
 // One page in all three ways; `changing` is the field that each save changes.
 void add(const std::string& name, const Fields& fields, const char* changing) {
   benchmark::RegisterBenchmark(("load/" + name).c_str(), load, name, fields);
@@ -193,6 +207,13 @@ int main(int argc, char** argv) {
   add("contacts-multicastIP", {}, "ListenAddress1Label");
   add("security", {}, nullptr);
   add("hidden", {}, "HeadsetSend");
+  prepareModule();
+  Fields keys{{"model", "3"}, {"extno", "1"}};
+  for (int i = 0; i < 40; ++i) {
+    keys.emplace("selType_" + std::to_string(i), "13");
+    keys.emplace("memValue_" + std::to_string(i), "100");
+  }
+  add("dsskey", keys, "memValue_39");
   benchmark::RegisterBenchmark("load/contactsbasic", contactsPage)->Arg(10)->Arg(10000);
   benchmark::RegisterBenchmark("import/contacts-preview", importContacts)->Arg(1000)->Arg(10000);
   benchmark::Initialize(&argc, argv);

@@ -28,7 +28,7 @@ export class KeyRecord {
     const choicesOf = (name) => [...item.querySelectorAll(`datalist[data-choices="${name}"] > option`)];
     this.shape = Object.fromEntries(parameters.map((name) => [name, {
       enabled: this.fields[name].dataset.enabled === "true",
-      choices: choicesOf(name).map(({ value, textContent }) => ({ value, text: textContent })),
+      choices: choicesOf(name).map(({ value, label }) => ({ value, text: label })),
     }]));
     this.storedShape = this.shape;
     const place = this.button.querySelector(".place");

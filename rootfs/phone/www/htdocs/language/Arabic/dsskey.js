@@ -15,13 +15,13 @@ export default {
   "Locked on all pages": "مقفل في جميع الصفحات",
 
   // Programmable keys, memory keys
-  "What the soft keys, the navigation keys and the feature keys do while the phone is idle.": "ما تفعله المفاتيح البرمجية ومفاتيح التنقل ومفاتيح الوظائف أثناء خمول الهاتف.",
+  "What the soft keys, the navigation keys and the feature keys do while the phone is idle.": "ما تفعله مفاتيح الشاشة ومفاتيح التنقل ومفاتيح الوظائف أثناء خمول الهاتف.",
   "Delivered keys": "المفاتيح الأصلية",
   "All programmable keys get back the functions that they were delivered with.": "تستعيد جميع المفاتيح القابلة للبرمجة الوظائف التي جاءت بها.",
   "Restore all programmable keys as they were delivered?": "هل تريد إعادة جميع المفاتيح القابلة للبرمجة كما جاءت مع الهاتف؟",
   "Memory keys": "مفاتيح الذاكرة",
   "What the memory keys do.": "ما تفعله مفاتيح الذاكرة.",
-  "Soft key %1": "المفتاح البرمجي %1",
+  "Soft key %1": "مفتاح الشاشة %1",
   "Up": "أعلى",
   "Down": "أسفل",
   "Left": "يسار",
