@@ -92,8 +92,10 @@ int DssKeyServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
   list = TMPL_add_loop(list, "TypeLoop", DKtypeList2Loop(types, family));
   list = TMPL_add_loop(list, "TRLoop", DsskConfigData2Loop(keys, family));
   if (family == DSSK_EXT) list = TMPL_add_loop(list, "extLoop", DevDataInfo2Loop(display));
-  list = readConfigOperate(GLOBAL_FILE, "AutoBlfListEnable", list, 0);
-  if (dsskey::isFamily(family)) response->renderTemplate(kTemplates[family], showItemsByLevel(list, request, family));
+  if (dsskey::isFamily(family)) {
+    list = readConfigOperate(GLOBAL_FILE, "AutoBlfListEnable", showItemsByLevel(list, request, family), 0);
+    response->renderTemplate(kTemplates[family], list);
+  }
   removeFile(kBlfListPath);
   return 1;
 }

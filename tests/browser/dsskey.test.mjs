@@ -1,7 +1,7 @@
 // The pages of keys: rows in words, the type picker, fields that follow the type, locks, modules and the delivered keys.
 import assert from "node:assert/strict";
 import test from "node:test";
-import { answerDialogs, axe, enter, phone, press } from "./phone.mjs";
+import { answerDialogs, axe, enter, overflow, phone, press } from "./phone.mjs";
 
 const lose = "Discard the unsaved changes?";
 const rows = (page) => page.locator(".keys .lines").evaluateAll((all) => all.map((one) => [...one.children].map((part) => part.textContent).join("; ")));
@@ -47,8 +47,9 @@ test("a key's type is found by typing, its fields follow, and the row says what 
 });
 
 test("a locked key shows on the other pages, and is changed on the first one", async () => {
-  const page = await phone.openAs("admin", "p=dsskey&q=load&model=1");
+  const page = await phone.openAs("admin", "p=dsskey&q=load&model=1", { viewport: { width: 360, height: 740 } });
   await openKey(page, 3);
+  assert.ok(await overflow(page) <= 0);
   await enter(page, { "key-mode": "2" });
   await phone.assertSaves(page, {});
   assert.equal((await rows(page))[2], "Line 3; Locked on all pages");

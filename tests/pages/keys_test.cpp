@@ -67,7 +67,8 @@ TEST_F(KeyPages, AKeyIsShownWithItsParametersAndChoices) {
   const RecordingResponse page = load("dsskey", "model=1");
   EXPECT_EQ(columns(page, "TRLoop", "selType selLine lineEnable valueEnable labelEnable extEnable linelock"),
             "13|15|0, 1|0|, true|true|false, true|true|false, true|false|false, false|false|false, false|true|false");
-  EXPECT_EQ(columns(page, "TRLoop", "memValue memLabel withvaluelist"), "50%<b>|2|, A&amp;amp;B||, (absent)|true|(absent)");
+  EXPECT_EQ(columns(page, "TRLoop", "memValue memLabel withvaluelist"),
+            "50%<b>|2|, A&amp;amp;B||, (absent)|true|(absent)");
   EXPECT_TRUE(page.column("TypeLoop", "selName").starts_with("N/A|Line|Speed Dial|BLF|Voice Mail|Direct Pickup|"));
   EXPECT_EQ(page.variable("EnablePageTips DsskeyLength AutoBlfListEnable"), "0|0|1");
   EXPECT_EQ(page.variable("ShowLevel"),
