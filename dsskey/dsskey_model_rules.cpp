@@ -13,7 +13,6 @@ using dsskey::LineChoices;
 constexpr int kFortyKeys = 2;
 constexpr int kSoftKeys = 4;
 constexpr int kPhonesWithoutLabels[] = {20, 21, 22, 26, 60, 65};  // their line keys have none
-constexpr char kUnchangedExtension[] = "******";
 
 bool hasLineKeyLabel(int phoneType, int type) {
   const bool isShown = std::ranges::find(kPhonesWithoutLabels, phoneType) == std::end(kPhonesWithoutLabels);
@@ -107,7 +106,7 @@ bool DssKey_Model_Base::isToBeStored(DSSK_PARA_TYPE parameter, DSSK_MODEL_TYPE f
   if (!EnableParamer(parameter, family, key.dktype, key.keyIndex) || !CheckSupportParamer(parameter, family)) {
     return false;
   }
-  return parameter != DSSK_PARA_EXT || key.dktype != DT_MEETMECONF || key.extension.text != kUnchangedExtension;
+  return parameter != DSSK_PARA_EXT || key.dktype != DT_MEETMECONF || key.extension.text != kMaskedExtension;
 }
 
 bool DssKey_Model_Base::isBlfListInUse(int type) {

@@ -122,6 +122,9 @@ inline const Dsskey_Attr& attributeOf(const DssKey& key, DSSK_PARA_TYPE paramete
   return attributeOf(const_cast<DssKey&>(key), parameter);
 }
 
+// What is shown of a conference key's extension, its PIN. In a record that is written it stands for the stored one.
+inline constexpr char kMaskedExtension[] = "******";
+
 // How Key_Display::keyIndexList is to be read.
 enum KeyDisplayStatus : int {
   kNothingToShow = 0,

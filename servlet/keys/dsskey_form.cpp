@@ -31,6 +31,12 @@ int numberIn(std::string_view text, int none) {
   return error == std::errc::result_out_of_range || number < 0 ? -1 : number;
 }
 
+std::string shownText(const DssKey& key, DSSK_PARA_TYPE parameter) {
+  const std::string& text = attributeOf(key, parameter).text;
+  const bool isPin = parameter == DSSK_PARA_EXT && key.dktype == DT_MEETMECONF && !text.empty();
+  return isPin ? kMaskedExtension : text;
+}
+
 bool isGiven(const char* field) {
   return field && *field;
 }

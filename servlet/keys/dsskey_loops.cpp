@@ -4,6 +4,7 @@
 
 #include "dsskey/dsskey_types.h"
 #include "framework/text_utils.h"
+#include "servlet/keys/dsskey_form.h"
 #include "servlet/keys/dsskey_servlet.h"
 
 namespace {
@@ -85,8 +86,8 @@ TMPL_varlist* DssKeyServlet::keyRow(const DssKey& key, DSSK_MODEL_TYPE family, i
   for (const ParameterVariables& variables : kParameters) {
     if (!model_->CheckSupportParamer(variables.parameter, family)) continue;
     const Dsskey_Attr& attribute = attributeOf(key, variables.parameter);
-    row = TMPL_add_var(row, variables.text, templateText(attribute.text).c_str(), variables.isEnabled,
-                       truth(attribute.enabled), nullptr);
+    row = TMPL_add_var(row, variables.text, templateText(dsskey::shownText(key, variables.parameter)).c_str(),
+                       variables.isEnabled, truth(attribute.enabled), nullptr);
     if (attribute.choices.empty()) continue;
     if (variables.parameter == DSSK_PARA_VALUE) row = TMPL_add_var(row, "withvaluelist", "true", nullptr);
     row = TMPL_add_loop(row, variables.choices, AttrValueList2Loop(attribute.choices));

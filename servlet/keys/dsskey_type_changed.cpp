@@ -34,8 +34,10 @@ bool DssKeyServlet::AttrValueList2String(const OrbList<KeyValue>& choices, std::
 }
 
 std::string DssKeyServlet::typeChangedText(const DssKey& key) {
-  std::string text = "{controller:" + controller(key) + ",attrvalue:{strvalue:\"" + key.value.text + "\",strline:\"" +
-                     key.line.text + "\",strlabel:\"" + key.label.text + "\",strext:\"" + key.extension.text + "\"}";
+  const auto quoted = [&key](DSSK_PARA_TYPE parameter) { return '"' + dsskey::shownText(key, parameter) + '"'; };
+  std::string text = "{controller:" + controller(key) + ",attrvalue:{strvalue:" + quoted(DSSK_PARA_VALUE) +
+                     ",strline:" + quoted(DSSK_PARA_LINE) + ",strlabel:" + quoted(DSSK_PARA_LABEL) +
+                     ",strext:" + quoted(DSSK_PARA_EXT) + "}";
   const auto addChoices = [&](const char* name, const Dsskey_Attr& attribute) {
     std::string list;
     if (AttrValueList2String(attribute.choices, list)) text += name + list;

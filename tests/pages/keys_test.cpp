@@ -21,7 +21,7 @@ class KeyPages : public PageTest {
 
 constexpr char kFirstKeys[] =
     "<dsskey><item type='13'><itemdata value='50%&lt;b>' line='1' label='A&amp;amp;B' extension=''/></item>"
-    "<item type='15'><itemdata value='2' line='0'/></item><item type='49'><itemdata/></item></dsskey>";
+    "<item type='15'><itemdata value='2' line='0'/></item><item type='49'><itemdata extension='1234'/></item></dsskey>";
 
 TEST_F(KeyPages, EachFamilyHasItsTemplateAndKeys) {
   setState(
@@ -102,6 +102,10 @@ TEST_F(KeyPages, TellWhatAChosenTypeNeeds) {
       {"model=1&dktype=15&keyindex=3",
        R"({controller:{keyindex:3,dktype:15,bValue:1,bLine:1,bLabel:0,bExt:0},attrvalue:{strvalue:"",strline:"",)"
        R"(strlabel:"",strext:""},valuelist:{keys:["0","1","2"],values:["default","float","lock"]},linelist:)" +
+           sixLines + "}"},
+      {"model=1&dktype=55&keyindex=3",
+       R"({controller:{keyindex:3,dktype:55,bValue:1,bLine:1,bLabel:1,bExt:1},attrvalue:{strvalue:"",strline:"",)"
+       R"(strlabel:"",strext:"******"},linelist:)" +
            sixLines + "}"},
       {"model=1&dktype=45&keyindex=1",
        R"({controller:{keyindex:1,dktype:45,bValue:0,bLine:1,bLabel:1,bExt:0},attrvalue:{strvalue:"",strline:"1",)"

@@ -34,6 +34,9 @@ export class KeyEditor {
     for (const [name, input] of Object.entries(this.inputs)) {
       input.addEventListener("input", () => this.key?.set(name === "mode" ? "value" : name, input.value));
     }
+    // A PIN shows as its mask; the first key replaces it as a whole.
+    const { ext } = this.inputs;
+    ext.addEventListener("focus", () => { if (ext.type === "password") setTimeout(() => ext.select()); });
     root.addEventListener("keydown", (event) => this.onKey(event));
     control("done").addEventListener("click", () => this.close(true));
   }
