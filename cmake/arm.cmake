@@ -1,4 +1,4 @@
-# Toolchain of a phone's processor: 32-bit ARM. Builds the libraries framework, pages, phonetemplate, phoneplatform and
+# Toolchain of a phone's processor: 32-bit ARM. Builds the targets framework, dsskey, pages, phonetemplate, simulator and
 # host; nothing is linked against libraries that a build machine has for itself alone.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR arm)
