@@ -9,8 +9,8 @@ inline constexpr int kMessageNoAnswer = -1;
 
 MessageThread* msgGetThreadByName(const char* name);
 
-// Queues a message and returns at once. 0, or -1 when `thread` is null or takes no more messages. The data block, if any, is
-// copied.
+// Queues a message and returns at once. 0, or -1 when `thread` is null or takes no more messages. The data block, if
+// any, is copied.
 int msgPostMsgToThread(MessageThread* thread, unsigned message, int wParam, int lParam);
 int msgPostMsgToThreadEx(MessageThread* thread, unsigned message, int wParam, int lParam, const void* data, int size);
 
