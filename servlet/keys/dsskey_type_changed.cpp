@@ -34,7 +34,9 @@ bool DssKeyServlet::AttrValueList2String(const OrbList<KeyValue>& choices, std::
 }
 
 std::string DssKeyServlet::typeChangedText(const DssKey& key) {
-  const auto quoted = [&key](DSSK_PARA_TYPE parameter) { return '"' + dsskey::shownText(key, parameter) + '"'; };
+  const auto quoted = [&key](DSSK_PARA_TYPE parameter) {
+    return std::string("\"").append(dsskey::shownText(key, parameter)).append("\"");
+  };
   std::string text = "{controller:" + controller(key) + ",attrvalue:{strvalue:" + quoted(DSSK_PARA_VALUE) +
                      ",strline:" + quoted(DSSK_PARA_LINE) + ",strlabel:" + quoted(DSSK_PARA_LABEL) +
                      ",strext:" + quoted(DSSK_PARA_EXT) + "}";
