@@ -54,7 +54,7 @@ test("values that look like codes do not hide their fields; a page above one's l
   assert.deepEqual(await visibleFields(page), []);
   assert.equal(await page.isVisible("#navigation [data-page=features-acd]"), false);
   assert.deepEqual(await page.locator("#navigation .sections > li:visible > a").allTextContents(),
-    ["Status", "Account", "Network", "Features", "Settings", "Directory", "Security"]);
+    ["Status", "Account", "Network", "Keys", "Features", "Settings", "Directory", "Security"]);
 });
 
 test("what may not be seen is hidden before the first paint and is not posted", async () => {
