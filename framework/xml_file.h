@@ -8,5 +8,5 @@
 bool loadXml(const char* path, pugi::xml_document& document);
 
 // Replaces the file whole by the document, indented with one tab a level. False, with the old file untouched, when that
-// fails.
+// fails, and for texts with control characters that XML cannot carry.
 bool saveXml(const char* path, const pugi::xml_document& document);

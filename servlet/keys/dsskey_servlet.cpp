@@ -122,9 +122,9 @@ int DssKeyServlet::writeConfig(HttpRequest* request, HttpResponse* response) {
   KeyPage shown;
   if (!pageToWrite(request, shown)) return 1;
   const auto [family, page] = shown;
-  if (family == DSSK_LINE) storeSettings(request);
   Key_Display display;
   model_->GetKeyIndexList(&display, family, page);
+  if (family == DSSK_LINE && display.status != kNothingToShow) storeSettings(request);
   OrbList<DssKey> keys;
   {
     const KeyFileLock lock;

@@ -92,6 +92,14 @@ TEST_F(ContactsServers, BrokenFilesAreNotShown) {
   EXPECT_EQ(save("contacts-remote", "SRemoteNameFlashTime=7").variable("noticeLabel"),
             "setTimeout$contacts-remote$Error:Write remote_phonebook_list.xml error!");
   EXPECT_EQ(content(kPhoneBooks) + config("SRemoteNameFlashTime"), "<a>3600");
+  // What XML cannot carry would make the whole file unreadable for others.
+  const std::string one = "<a><item name=\"\" url=\"\"/></a>";
+  write(kPhoneBooks, one);
+  EXPECT_EQ(save("contacts-remote", "RemotePhoneBook0URL=u&RemotePhoneBook0Name=a\x01").variable("noticeLabel"),
+            "setTimeout$contacts-remote$Error:Write remote_phonebook_list.xml error!");
+  EXPECT_EQ(content(kPhoneBooks), one);
+  save("contacts-remote", "RemotePhoneBook0URL=u&RemotePhoneBook0Name=a\n\t");
+  EXPECT_EQ(load("contacts-remote").variable("RemotePhoneBook0Name"), "a\n\t");
 }
 
 TEST_F(ContactsServers, FivePhoneBooksAreShownAndChanged) {

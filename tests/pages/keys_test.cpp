@@ -155,7 +155,7 @@ TEST_F(KeyPages, SavesStoreAndTellWhatChanged) {
       {"model=1&selType_1=5", "Get line page error!"},
       {"model=3&extno=&selType_1=5", "Get ext index error!"},
       {"selType_1=5", "Dsskey model write config data error!"},
-      {"model=1&linepage=0&selType_1=5", "Dsskey model write config data error!"},
+      {"model=1&linepage=0&selType_1=5&EnablePageTips=0", "Dsskey model write config data error!"},
       {"model=1&linepage=99999999999&selType_1=5", "Dsskey model write config data error!"},
       {"model=3&extno=2&selType_1=5", "Dsskey model write config data error!"},
       {"model=99999999999&selType_1=5", "Dsskey model write config data error!"}};
