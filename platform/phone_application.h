@@ -35,9 +35,12 @@ enum class ConfigArea : int {
   kBlockOut = 0x13,
   kPhoneLock = 0x14,
   kLogo = 0x15,
+  kTimeServers = 0x16,  // the servers, the zone and its daylight saving
   kTr069 = 0x17,
-  kModuleKeys = 0x19,  // detail = the module from 0; data = their numbers from 1, a byte each
+  kTextMessages = 0x18,  // detail: 0 one is about to be sent, 1 it was handed over
+  kModuleKeys = 0x19,    // detail = the module from 0; data = their numbers from 1, a byte each
   kAutoRedial = 0x1a,
+  kClock = 0x1b,  // detail: 0 it was set by hand, 1 it follows its servers, 2 the formats changed
   kSip = 0x1c,
   kIntercom = 0x1d,
   kDnd = 0x1e,
@@ -49,16 +52,20 @@ enum class ConfigArea : int {
   kActionUrl = 0x26,
   kAcd = 0x27,
   kCallLog = 0x28,
+  kWatchdog = 0x29,
   kMulticast = 0x2a,
   kDirectoryFile = 0x2e,       // detail: a DirectoryFile; sent, answers 0 when it is done
   kRemotePhoneBooks = 0x2f,    // detail: 0 the list, 1 how long names are kept
   kNetworkCallLog = 0x30,      // its switch or its accounts
   kNetworkDirectories = 0x31,  // which, and their names
   kSearchOrder = 0x34,
+  kUserRings = 0x35,  // one came or went
   kNetworkDirectoryLogin = 0x36,
   kCustomDirectories = 0x37,  // fetched from the server anew
   kFavorites = 0x38,
   kRings = 0x39,
+  kActiveLevel = 0x55,
+  kWallpaper = 0x56,      // detail: 1 the list or the choice changed, 0 after it: it is shown
   kContactPhotos = 0x58,  // data = the path of a photo that came or went
   kPowerLight = 0x5a,
   kKeyPageTips = 0x5b,
@@ -77,7 +84,14 @@ enum class DirectoryFile : int {
   kImportReplacing = 3,  // replaces the directory
 };
 
+inline constexpr unsigned kLeaveAccounts = 0x1000a;    // accounts are to be unregistered: the phone goes down
+inline constexpr unsigned kUpgradePrepared = 0xb0003;  // applications are about to be ended for an upgrade
+inline constexpr unsigned kFactoryReset = 0x10103;
+
 // --- To the phone application.
+
+inline constexpr unsigned kUpgradeAhead = 0x10009;  // an upgrade is about to begin
+inline constexpr unsigned kConfigImport = 0x1000f;  // a configuration is about to be put in place of the phone's
 
 inline constexpr unsigned kServerChanged = 0x1000b;      // another provisioning server was set
 inline constexpr unsigned kReboot = 0x10101;             // wParam = delay in seconds
@@ -116,6 +130,28 @@ enum RegistrationStatus : int {
   kRegisteredAgain = 5,
   kInexistent = 6,
 };
+
+// --- To the screen.
+
+inline constexpr unsigned kBacklightTimeChanged = 0x90004;
+inline constexpr unsigned kBacklightLevelChanged = 0x90007;  // wParam = the level
+inline constexpr unsigned kContrastChanged = 0x90008;        // wParam = the level
+
+// --- To the SIP client of an account.
+
+inline constexpr unsigned kSendTextMessage =
+    0x4000b;  // wParam, lParam = bytes of its text and of its address behind it
+
+// --- To the upgrade manager.
+
+inline constexpr unsigned kUpgradeBegins = 0xb0001;  // answers 1 when one is running
+
+// --- To the capture service.
+
+inline constexpr unsigned kStartCapture = 0x200001;
+inline constexpr unsigned kStopCapture = 0x200002;
+inline constexpr unsigned kCaptureState = 0x200003;  // answers 1 while it captures
+inline constexpr unsigned kWriteCapture = 0x200005;  // text = the path of the file to write the last capture to
 
 // --- To the provisioning service.
 
