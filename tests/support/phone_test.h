@@ -50,6 +50,7 @@ class PhoneTest : public ::testing::Test {
 
   std::filesystem::path file(const std::string& phonePath) const { return root_.path() / ("phone" + phonePath); }
   std::string content(const std::string& phonePath) const { return root_.content("phone" + phonePath); }
+  std::vector<std::string> list(const std::string& phonePath) const { return root_.list("phone" + phonePath); }
   void write(const std::string& phonePath, std::string_view text) const { root_.write("phone" + phonePath, text); }
   // All that the phone keeps: the names and the contents of its files.
   std::string everythingStored() const;

@@ -46,6 +46,14 @@ function isMulticast(text) {
 // A number without the separators that people put into it, and without the (0) that is not dialled behind a country code.
 export const tidyNumber = (text) => /^\s*\+?[\d\s()/*#-]+$/.test(text) ? text.replace(/^(\s*\+.*)\(0\)/, "$1").replace(/[\s()/-]/g, "") : text.trim();
 
+// Ports that browsers refuse to open pages at, as the fetch standard lists them.
+const blockedPorts = new Set([1, 7, 9, 11, 13, 15, 17, 19, 20, 21, 22, 23, 25, 37, 42, 43, 53, 69, 77, 79, 87, 95, 101, 102, 103,
+  104, 109, 110, 111, 113, 115, 117, 119, 123, 135, 137, 139, 143, 161, 179, 389, 427, 465, 512, 513, 514, 515, 526, 530, 531, 532,
+  540, 548, 554, 556, 563, 587, 601, 636, 989, 990, 993, 995, 1719, 1720, 1723, 2049, 3659, 4045, 4190, 5060, 5061, 6000, 6566,
+  6665, 6666, 6667, 6668, 6669, 6679, 6697, 10080]);
+
+const isOption = (text) => /^\d{1,3}$/.test(text) && Number(text) > 0 && Number(text) < 255;
+
 const dialled = /^[\d*#+]+$/;
 const tonePiece = /^!?\d{1,4}(\+\d{1,4}){0,3}\/\d{1,5}$/;
 
@@ -92,6 +100,8 @@ export const checks = {
   actionUrl: (text) => isActionUrl(text) ? "" : t("Enter an address that begins with http:// or https://, without spaces."),
   tone: (text) => text.split(",").every((piece) => tonePiece.test(piece)) ? "" : t("Enter parts such as 425/480 separated by commas, without spaces."),
   filter: (text) => isFilter(text) ? "" : t("Enter a filter such as (|(cn=%)(sn=%))."),
+  webPort: (text) => blockedPorts.has(Number(text)) ? t("Browsers do not open pages at this port.") : "",
+  optionList: (text) => text.split(",").every(isOption) ? "" : t("Enter option numbers from 1 to 254 separated by commas."),
   key16: (text) => text.length === 16 ? "" : t("Enter exactly 16 characters."),
 };
 
@@ -115,6 +125,14 @@ export const relations = {
   atMost: (input, fields, name) => {
     const { disabled, value } = fields[name];
     return disabled || !value || Number(input.value) <= Number(value) ? "" : t("Enter at most %1.", value);
+  },
+  differs: (input, fields, name) => {
+    const { disabled, value } = fields[name];
+    return disabled || Number(value) !== Number(input.value) ? "" : t("Both ports must not be the same.");
+  },
+  outside: (input, fields, names) => {
+    const [value, first, last] = [input, ...names.split(" ").map((name) => fields[name])].map((field) => Number(field.value));
+    return value < first || value > last ? "" : t("Enter a number below %1 or above %2.", first, last);
   },
   above: (input, fields, name) => {
     const [value, least] = [input, fields[name]].map((field) => Number(field.value));

@@ -300,6 +300,23 @@ window.phoneLanguage = {
     // Remote control
     "Remote control": "التحكم عن بعد",
 
+    "First RTP port": "أول منفذ RTP",
+    "Last RTP port": "آخر منفذ RTP",
+    "The highest port for the audio of calls.": "أعلى منفذ لصوت المكالمات.",
+    "The lowest port for the audio of calls.": "أدنى منفذ لصوت المكالمات.",
+    "On this page": "في هذه الصفحة",
+    "10 Mbit/s full duplex": "10 Mbit/s مزدوج كامل",
+    "10 Mbit/s half duplex": "10 Mbit/s نصف مزدوج",
+    "100 Mbit/s full duplex": "100 Mbit/s مزدوج كامل",
+    "100 Mbit/s half duplex": "100 Mbit/s نصف مزدوج",
+    "1000 Mbit/s full duplex": "1000 Mbit/s مزدوج كامل",
+    "Automatic suits nearly every computer.": "التلقائية تناسب كل حاسوب تقريبًا.",
+    "Automatic suits nearly every network.": "التلقائية تناسب كل شبكة تقريبًا.",
+    "Network port speed": "سرعة منفذ الشبكة",
+    "Network ports": "منافذ الشبكة",
+    "PC port speed": "سرعة منفذ الحاسوب",
+    "Interval (seconds)": "الفاصل (بالثواني)",
+
     // Checks of codes, lists and tones
     "Enter digits only.": "أدخل أرقامًا فقط.",
     "Enter digits, *, # and + only.": "أدخل أرقامًا و* و# و+ فقط.",
@@ -312,6 +329,11 @@ window.phoneLanguage = {
     "Enter an address that begins with http:// or https://, without spaces.": "أدخل عنوانًا دون مسافات يبدأ بـ http:// أو https://.",
     "Enter parts such as 425/480 separated by commas, without spaces.": "أدخل أجزاء مثل 425/480 تفصل بينها فواصل دون مسافات.",
     "Enter a filter such as (|(cn=%)(sn=%)).": "أدخل مرشّحًا مثل (|(cn=%)(sn=%)).",
+    "Browsers do not open pages at this port.": "لا تفتح المتصفحات صفحات على هذا المنفذ.",
+    "Enter option numbers from 1 to 254 separated by commas.": "أدخل أرقام خيارات من 1 إلى 254 مفصولة بفواصل.",
+    "Both ports must not be the same.": "يجب ألا يكون المنفذان متماثلين.",
+    "Enter a number below %1 or above %2.": "أدخل رقمًا أقل من %1 أو أكبر من %2.",
+    "The phone has stored no file.": "لم يخزن الهاتف أي ملف.",
     "Enter at least %1.": "أدخل %1 على الأقل.",
     "Enter at most %1.": "أدخل %1 على الأكثر.",
 

@@ -300,6 +300,23 @@ window.phoneLanguage = {
     // Remote control
     "Remote control": "Fernsteuerung",
 
+    "First RTP port": "Erster RTP-Port",
+    "Last RTP port": "Letzter RTP-Port",
+    "The highest port for the audio of calls.": "Der höchste Port für den Ton von Gesprächen.",
+    "The lowest port for the audio of calls.": "Der niedrigste Port für den Ton von Gesprächen.",
+    "On this page": "Auf dieser Seite",
+    "10 Mbit/s full duplex": "10 Mbit/s Vollduplex",
+    "10 Mbit/s half duplex": "10 Mbit/s Halbduplex",
+    "100 Mbit/s full duplex": "100 Mbit/s Vollduplex",
+    "100 Mbit/s half duplex": "100 Mbit/s Halbduplex",
+    "1000 Mbit/s full duplex": "1000 Mbit/s Vollduplex",
+    "Automatic suits nearly every computer.": "Automatisch passt zu fast jedem Computer.",
+    "Automatic suits nearly every network.": "Automatisch passt zu fast jedem Netzwerk.",
+    "Network port speed": "Geschwindigkeit des Netzwerkanschlusses",
+    "Network ports": "Netzwerkanschlüsse",
+    "PC port speed": "Geschwindigkeit des PC-Anschlusses",
+    "Interval (seconds)": "Abstand (Sekunden)",
+
     // Checks of codes, lists and tones
     "Enter digits only.": "Geben Sie nur Ziffern ein.",
     "Enter digits, *, # and + only.": "Geben Sie nur Ziffern, *, # und + ein.",
@@ -312,6 +329,11 @@ window.phoneLanguage = {
     "Enter an address that begins with http:// or https://, without spaces.": "Geben Sie eine Adresse ohne Leerzeichen ein, die mit http:// oder https:// beginnt.",
     "Enter parts such as 425/480 separated by commas, without spaces.": "Geben Sie Teile wie 425/480 durch Kommas getrennt und ohne Leerzeichen ein.",
     "Enter a filter such as (|(cn=%)(sn=%)).": "Geben Sie einen Filter wie (|(cn=%)(sn=%)) ein.",
+    "Browsers do not open pages at this port.": "Browser öffnen an diesem Port keine Seiten.",
+    "Enter option numbers from 1 to 254 separated by commas.": "Geben Sie Optionsnummern von 1 bis 254 durch Kommas getrennt ein.",
+    "Both ports must not be the same.": "Die beiden Ports dürfen nicht gleich sein.",
+    "Enter a number below %1 or above %2.": "Geben Sie eine Zahl unter %1 oder über %2 ein.",
+    "The phone has stored no file.": "Das Telefon hat keine Datei gespeichert.",
     "Enter at least %1.": "Geben Sie mindestens %1 ein.",
     "Enter at most %1.": "Geben Sie höchstens %1 ein.",
 

@@ -74,7 +74,6 @@ export default {
   // General features
   "General features": "الميزات العامة",
   "How the phone behaves before, during and after calls.": "كيف يتصرف الهاتف قبل المكالمات وأثناءها وبعدها.",
-  "On this page": "في هذه الصفحة",
   "Incoming calls": "المكالمات الواردة",
   "Call waiting": "انتظار المكالمات",
   "The phone announces a second call during a call. When off, the second caller hears the busy tone.": "ينبه الهاتف إلى مكالمة ثانية أثناء المكالمة. عند الإيقاف يسمع المتصل الثاني نغمة الانشغال.",

@@ -64,7 +64,6 @@ export default {
   "Periodic report": "الإبلاغ الدوري",
   "Report regularly": "الإبلاغ بانتظام",
   "The phone reports to the server after each interval.": "يبلّغ الهاتف الخادم بعد كل فاصل.",
-  "Interval (seconds)": "الفاصل (بالثواني)",
   "The time between two reports.": "الوقت بين بلاغين.",
   "Connection request": "طلب الاتصال",
   "The name that the server logs in with at the phone.": "الاسم الذي يسجّل به الخادم دخوله إلى الهاتف.",

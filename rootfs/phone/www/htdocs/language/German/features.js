@@ -74,7 +74,6 @@ export default {
   // General features
   "General features": "Allgemeine Funktionen",
   "How the phone behaves before, during and after calls.": "Wie sich das Telefon vor, während und nach Gesprächen verhält.",
-  "On this page": "Auf dieser Seite",
   "Incoming calls": "Eingehende Anrufe",
   "Call waiting": "Anklopfen",
   "The phone announces a second call during a call. When off, the second caller hears the busy tone.": "Das Telefon meldet während eines Gesprächs einen zweiten Anruf. Ausgeschaltet hört der zweite Anrufer den Besetztton.",

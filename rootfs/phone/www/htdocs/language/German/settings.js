@@ -64,7 +64,6 @@ export default {
   "Periodic report": "Regelmäßige Meldung",
   "Report regularly": "Regelmäßig melden",
   "The phone reports to the server after each interval.": "Das Telefon meldet sich nach jedem Abstand beim Server.",
-  "Interval (seconds)": "Abstand (Sekunden)",
   "The time between two reports.": "Die Zeit zwischen zwei Meldungen.",
   "Connection request": "Verbindungsanfrage",
   "The name that the server logs in with at the phone.": "Der Name, mit dem sich der Server beim Telefon anmeldet.",
