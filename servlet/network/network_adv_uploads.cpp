@@ -6,7 +6,9 @@
 
 #include "framework/config_operate.h"
 #include "framework/file_utils.h"
+#include "framework/plain_tree.h"
 #include "framework/shell_command.h"
+#include "framework/unpacked_archive.h"
 #include "framework/uploads.h"
 #include "platform/log.h"
 
@@ -35,6 +37,17 @@ void makeFolder(const char* folder) {
   CommandShell(ShellCommand("mkdir").word("-p").path(folder));
 }
 
+void clearVpnFolder() {
+  CommandShell(ShellCommand("rm").word("-rf").path(kVpnFolder));
+  makeFolder(kVpnFolder);
+}
+
+bool unpackVpnArchive() {
+  const UnpackedArchive archive(kVpnArchive, {.bytes = GetPartionFreeSize(kVpnFolder)});
+  removeFile(kVpnArchive);
+  return archive.isPlain() && copyPlain(archive.folder(), kVpnFolder);
+}
+
 }  // namespace
 
 bool takeDot1xFile(HttpRequest* request) {
@@ -51,13 +64,14 @@ bool takeDot1xFile(HttpRequest* request) {
 }
 
 bool takeVpnArchive(HttpRequest* request) {
-  CommandShell(ShellCommand("rm").word("-rf").path(kVpnFolder));
-  makeFolder(kVpnFolder);
+  clearVpnFolder();
   const std::string upload = uploadedFile(request, "pemFile", "/config/openvpn/fileupload_XXXXXX");
-  if (!RenameUploadFile(upload.c_str(), kVpnArchive)) {
+  if (upload.empty() || !RenameUploadFile(upload.c_str(), kVpnArchive)) {
     log_log(kWebLog, kLogWarning, "rename file failed:%s\n", kVpnArchive);
     removeFile(upload.c_str());
     return false;
   }
-  return false;
+  const bool stored = unpackVpnArchive();
+  if (!stored) clearVpnFolder();
+  return stored;
 }

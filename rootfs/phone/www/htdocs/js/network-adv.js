@@ -17,6 +17,7 @@ async function refresh() {
   stored.ca.textContent = variables.Network802_1CA_FileName ?? "";
   stored.client.textContent = variables.Network802_1Device_FileName ?? "";
   stored.vpn.textContent = variables.VPNFileShowName ?? "";
+  stored.vpn.dataset.ready = variables.VPNEnable;
   return variables;
 }
 
