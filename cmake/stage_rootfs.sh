@@ -1,6 +1,6 @@
 #!/bin/sh
-# stage_rootfs.sh SOURCE TARGET: copies the delivered tree, puts the phone's rings and contact photos where browsers find
-# them, with a list of the rings, and NAME.gz beside each text file of htdocs.
+# stage_rootfs.sh SOURCE TARGET: copies the delivered tree, puts the phone's rings, contact photos and wallpapers where
+# browsers find them, with a list of the rings, and NAME.gz beside each text file of htdocs.
 set -eu
 source=$1 target=$2
 rm -rf "$target.new"
@@ -14,6 +14,9 @@ cp "$target.new"/phone/resource/sysdata/sound/*.wav "$rings"
 photos=$htdocs/media/contact-image
 mkdir -p "$photos"
 cp "$target.new"/phone/resource/sysdata/contact-image/*.png "$target.new"/phone/resource/sysdata/default_contact_image.png "$photos"
+wallpapers=$htdocs/media/wallpaper
+mkdir -p "$wallpapers"
+cp "$target.new"/phone/resource/sysdata/wallpaper/*.png "$target.new"/phone/resource/sysdata/Default.jpg "$wallpapers"
 (cd "$rings" && printf '"%s"\n' *.wav | paste -s -d , - | sed 's/.*/[&]/' >list.json)
 
 find "$htdocs" -type f \( -name '*.css' -o -name '*.js' -o -name '*.svg' -o -name '*.ico' \) -exec gzip -9 -n -k {} +

@@ -1,6 +1,7 @@
 #!/usr/bin/env node
 // Makes the rings and pictures that a phone is delivered with: node scripts/make_media.mjs
 // Run by hand after a change here; the files it writes are kept in the repository.
+import { execFileSync } from "node:child_process";
 import { mkdirSync, writeFileSync } from "node:fs";
 import { dirname } from "node:path";
 import { fileURLToPath } from "node:url";
@@ -133,7 +134,16 @@ function tiles(x, y) {
   return blend(blend([46, 66, 58], [86, 124, 98], shade), [20, 30, 26], edge);
 }
 
-[dusk, waves, tiles].forEach((pixel, i) => save(`wallpaper/Wallpaper${i + 1}.png`, png(WIDTH, HEIGHT, pixel)));
+function meadow(x, y) {
+  const sky = blend([150, 196, 232], [232, 242, 248], y / (HEIGHT * 0.7));
+  const hills = [[0.62, 30, 90, [112, 160, 120]], [0.74, 22, 60, [78, 132, 92]], [0.86, 14, 40, [46, 100, 66]]];
+  return hills.reduce((ground, [height, rise, length, colour], i) =>
+    blend(ground, colour, clamp(y - HEIGHT * height - rise * Math.sin(x / length + 2.1 * i))), sky);
+}
+
+[dusk, waves, tiles].forEach((pixel, i) => save(`wallpaper/pictures (0${i + 1}).png`, png(WIDTH, HEIGHT, pixel)));
+// The standard one lies outside the folder of the choices: the list names it on its own.
+save("Default.jpg", execFileSync("convert", ["png:-", "-quality", "88", "jpeg:-"], { input: png(WIDTH, HEIGHT, meadow) }));
 
 // Contact pictures: a head and shoulders on a round ground.
 const contactSize = 126;
