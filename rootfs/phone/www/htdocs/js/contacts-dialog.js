@@ -1,7 +1,9 @@
 // Dialogs of the contacts page: a question that names what it is about, and forms that nobody leaves by mistake.
 import { firstWrong, hasChanges, prepareChecks } from "./form.js";
 import { t } from "./i18n.js";
-import { Refusal } from "./contacts-phone.js";
+import { attempt, show } from "./ask.js";
+
+export { attempt, show } from "./ask.js";
 
 const listed = 100;  // of a longer list, this many names are shown
 
@@ -62,27 +64,6 @@ export function setField(field, value, name = value) {
   for (const option of field.options) option.defaultSelected = option.value === value;
   field.value = value;
   field.dispatchEvent(new Event("change", { bubbles: true }));
-}
-
-export function show(line, shown, kind = "error") {
-  line.textContent = shown;
-  line.dataset.kind = kind;
-}
-
-const busy = new WeakSet();
-
-// Runs work that the phone may refuse, and tells of it in the line; one work at a time in an area of the page.
-export async function attempt(line, area, work) {
-  if (busy.has(area)) return;
-  busy.add(area);
-  try {
-    await work();
-  } catch (error) {
-    if (!(error instanceof Refusal)) throw error;
-    show(line, error.message);
-  } finally {
-    busy.delete(area);
-  }
 }
 
 // A form in a dialog: checked while one types, sent by `save`, and left with changes only after a question.

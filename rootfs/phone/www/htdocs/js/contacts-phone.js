@@ -1,38 +1,13 @@
 // What the contacts pages ask of the phone, and where they lead.
 import { t } from "./i18n.js";
+import { ask, plain } from "./ask.js";
 import { parseDirectory } from "./contacts-xml.js";
+
+export { choicesOf, Refusal } from "./ask.js";
 
 export const rowsPerPage = 10;
 export const everybody = "0";  // the group of all contacts but those of the blacklist
 export const blacklist = "1";
-
-const entities = { "&amp;": "&", "&lt;": "<", "&gt;": ">", "&quot;": '"' };
-
-// Some values come escaped for HTML, some plain; as on a page, one level of escaping is taken off.
-const plain = (value = "") => value.replace(/&(?:amp|lt|gt|quot);/g, (entity) => entities[entity]);
-
-// The phone did not do what it was asked for; the message tells the reader why.
-export class Refusal extends Error {}
-
-// The template and the variables of the phone's answer. A notice is "timer$page$message".
-async function answerOf(response) {
-  const { template, variables } = await response.json();
-  if (template === "notice") throw new Refusal(t(variables.noticeLabel.split("$").slice(2).join("$")));
-  if (template === "loginForm") throw new Refusal(t("You have been logged out. Reload the page to log in."));
-  return variables;
-}
-
-async function ask(page, action, fields, body) {
-  try {
-    const query = new URLSearchParams({ p: page, q: action, ...fields });
-    const response = await fetch(`/servlet?${query}`, { method: body ? "POST" : "GET", headers: { Accept: "application/json" }, cache: "no-store", body });
-    if (!response.ok) throw new Error(`status ${response.status}`);
-    const isFile = response.headers.get("Content-Type")?.startsWith("text/xml");
-    return isFile ? await response.text() : await answerOf(response);
-  } catch (error) {
-    throw error instanceof Refusal ? error : new Refusal(t("The phone does not answer. Please try again."));
-  }
-}
 
 // Lets the phone do something; the variables of the page that it leads to, or a Refusal.
 export const send = (action, fields = {}, page = "contactsbasic") =>
@@ -55,8 +30,6 @@ export async function loadPage(group, num) {
     groups: grouplistloop.map(({ groupId, groupName }) => ({ id: groupId, name: plain(groupName) })),
   };
 }
-
-export const choicesOf = (loop) => loop.map(({ selValue, selName }) => [plain(selValue), plain(selName)]);
 
 // Photos that every phone has begin so.
 export const standard = "Default:";

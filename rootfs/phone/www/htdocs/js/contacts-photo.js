@@ -2,9 +2,8 @@
 import { t } from "./i18n.js";
 import { choicesOf, photoAddress, Refusal, send, standard } from "./contacts-phone.js";
 import { askFirst, attempt, show } from "./contacts-dialog.js";
+import { pictureFault, pictureName, previewOn } from "./picture.js";
 
-const largest = 5000000;  // bytes of a file that the phone scales
-const kinds = /\.(jpe?g|png|bmp)$/i;
 const own = "Config:";
 
 const upload = document.getElementById("photo-upload");
@@ -12,23 +11,8 @@ const picture = document.getElementById("uploadPhoto");
 const preview = document.getElementById("photo-preview");
 const remove = document.getElementById("photo-delete");
 const result = document.getElementById("photo-result");
-let choice = null;   // the select of the photos; null where the phone shows none
-let drawing = null;  // what is drawn last: slow pictures come too late
-
-// Fills the preview with the middle of a picture, as the phone does.
-async function draw(load) {
-  const turn = Symbol("drawing");
-  drawing = turn;
-  const pen = preview.getContext("2d");
-  const bitmap = await load().then(createImageBitmap).catch(() => null);
-  if (drawing !== turn) return false;
-  pen.clearRect(0, 0, preview.width, preview.height);
-  if (!bitmap) return false;
-  const scale = Math.max(preview.width / bitmap.width, preview.height / bitmap.height);
-  const [width, height] = [bitmap.width * scale, bitmap.height * scale];
-  pen.drawImage(bitmap, (preview.width - width) / 2, (preview.height - height) / 2, width, height);
-  return true;
-}
+let choice = null;  // the select of the photos; null where the phone shows none
+const draw = previewOn(preview);
 
 async function fetched(address) {
   const answer = await fetch(address);
@@ -48,18 +32,10 @@ async function showFile() {
     showChoice();
     return;
   }
-  const fault = faultOf(file);
+  const fault = pictureFault(file);
   const isDrawn = await draw(() => Promise.resolve(file));
   show(result, fault || (isDrawn ? "" : t("The browser cannot read this picture.")));
 }
-
-function faultOf(file) {
-  if (!kinds.test(file.name)) return t("Choose a picture whose name ends in .jpg, .png or .bmp.");
-  return file.size > largest ? t("The picture is too large. The phone takes up to 5 MB.") : "";
-}
-
-// The phone lists no .jpeg, and a colon would part the name from its source.
-const nameFor = (file) => file.name.replace(/\.jpeg$/i, ".jpg").replace(/[\\/:]/g, "-");
 
 const optionOf = ([value, name]) => new Option(value.startsWith(standard) ? t("Standard photo") : name, value);
 
@@ -75,9 +51,9 @@ function takeChoices({ photoLoop }, value) {
 async function sendPicture() {
   const [file] = picture.files;
   if (!file) throw new Refusal(t("Choose a file first."));
-  const fault = faultOf(file);
+  const fault = pictureFault(file);
   if (fault) throw new Refusal(fault);
-  const name = nameFor(file);
+  const name = pictureName(file);
   const isThere = [...choice.options].some(({ value }) => value === own + name);
   if (isThere && !confirm(t("The phone has a photo named %1 already. Replace it?", name))) throw new Refusal(t("The photo was not uploaded."));
   show(result, t("Uploading…"), "warning");

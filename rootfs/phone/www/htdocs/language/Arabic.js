@@ -186,11 +186,23 @@ window.phoneLanguage = {
     // Forward and DND
     "Forward and DND": "التحويل وعدم الإزعاج",
 
-    // Rings
+    // Preferences, rings
+    "Preferences": "التفضيلات",
     "Rings": "الرنات",
     "Play": "تشغيل",
     "Play: %1": "تشغيل: %1",
     "Stop": "إيقاف الصوت",
+
+    // Files, pictures and PINs
+    "The browser cannot read this picture.": "لا يستطيع المتصفح قراءة هذه الصورة.",
+    "Choose a picture whose name ends in .jpg, .png or .bmp.": "اختر صورة ينتهي اسمها بـ ‎.jpg أو ‎.png أو ‎.bmp.",
+    "The picture is too large. The phone takes up to 5 MB.": "الصورة كبيرة جدًا. يقبل الهاتف حتى 5 ميغابايت.",
+    "Uploading…": "جارٍ الرفع…",
+    "1 to 15 digits. The stored PIN is not shown. Leave the field as it is to keep it.": "من 1 إلى 15 رقمًا. لا يظهر رقم PIN المحفوظ. اترك الحقل كما هو للإبقاء عليه.",
+    "Error:Delete ring error!": "لا توجد رنة كهذه.",
+    "Error:File isn't exist!": "لم يتلقَّ الهاتف ملفًا، أو لا يمكن استخدام اسمه.",
+    "Error:File upload error!": "لا يمكن للهاتف الاحتفاظ بهذا الملف. إنه يقبل الأصوات بصيغة WAV.",
+    "The file is too large,please less than 5M!": "الصورة كبيرة جدًا. يقبل الهاتف حتى 5 ميغابايت.",
 
     // Multicast paging
     "Multicast paging": "النداء الجماعي",

@@ -84,5 +84,9 @@ window.phoneLanguage = {
     "Get CSVFile data error!": "The phone received no CSV file that it can read.",
     "Fail to upload photo ! [Can not compress the picture]": "The phone cannot use this picture. Choose a JPEG, PNG or BMP picture of up to 5 MB.",
     "Fail to upload photo ! [The Resolution of the picture is too large]": "The picture has too many pixels for the phone.",
+    "Error:Delete ring error!": "There is no such ring.",
+    "Error:File isn't exist!": "The phone received no file, or its name cannot be used.",
+    "Error:File upload error!": "The phone cannot keep this file. It takes sounds in WAV format.",
+    "The file is too large,please less than 5M!": "The picture is too large. The phone takes up to 5 MB.",
   },
 };

@@ -186,11 +186,23 @@ window.phoneLanguage = {
     // Forward and DND
     "Forward and DND": "Umleitung und DND",
 
-    // Rings
+    // Preferences, rings
+    "Preferences": "Persönliche Einstellungen",
     "Rings": "Klingeltöne",
     "Play": "Abspielen",
     "Play: %1": "Abspielen: %1",
     "Stop": "Anhalten",
+
+    // Files, pictures and PINs
+    "The browser cannot read this picture.": "Der Browser kann dieses Bild nicht lesen.",
+    "Choose a picture whose name ends in .jpg, .png or .bmp.": "Wählen Sie ein Bild, dessen Name auf .jpg, .png oder .bmp endet.",
+    "The picture is too large. The phone takes up to 5 MB.": "Das Bild ist zu groß. Das Telefon nimmt bis zu 5 MB.",
+    "Uploading…": "Wird hochgeladen …",
+    "1 to 15 digits. The stored PIN is not shown. Leave the field as it is to keep it.": "1 bis 15 Ziffern. Die gespeicherte PIN wird nicht gezeigt. Lassen Sie das Feld unverändert, um sie zu behalten.",
+    "Error:Delete ring error!": "Diesen Klingelton gibt es nicht.",
+    "Error:File isn't exist!": "Das Telefon hat keine Datei erhalten, oder ihr Name ist nicht möglich.",
+    "Error:File upload error!": "Das Telefon kann diese Datei nicht behalten. Es nimmt Töne im WAV-Format.",
+    "The file is too large,please less than 5M!": "Das Bild ist zu groß. Das Telefon nimmt bis zu 5 MB.",
 
     // Multicast paging
     "Multicast paging": "Durchsagen",

@@ -221,7 +221,6 @@ export default {
   "Function keys": "مفاتيح الوظائف",
   "Menu key": "مفتاح القائمة",
   "The keys that ask for the PIN.": "المفاتيح التي تطلب رقم PIN.",
-  "1 to 15 digits. The stored PIN is not shown. Leave the field as it is to keep it.": "من 1 إلى 15 رقمًا. لا يظهر رقم PIN المحفوظ. اترك الحقل كما هو للإبقاء عليه.",
   "Lock automatically after (seconds)": "القفل التلقائي بعد (بالثواني)",
   "The time without a key press before the phone locks, up to 3600 seconds. 0: never.": "المدة دون ضغط مفتاح قبل أن يُقفل الهاتف، حتى 3600 ثانية. ‏0: أبدًا.",
   "Emergency calls": "مكالمات الطوارئ",

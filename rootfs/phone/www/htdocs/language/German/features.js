@@ -221,7 +221,6 @@ export default {
   "Function keys": "Funktionstasten",
   "Menu key": "Menütaste",
   "The keys that ask for the PIN.": "Die Tasten, die nach der PIN fragen.",
-  "1 to 15 digits. The stored PIN is not shown. Leave the field as it is to keep it.": "1 bis 15 Ziffern. Die gespeicherte PIN wird nicht gezeigt. Lassen Sie das Feld unverändert, um sie zu behalten.",
   "Lock automatically after (seconds)": "Automatisch sperren nach (Sekunden)",
   "The time without a key press before the phone locks, up to 3600 seconds. 0: never.": "Die Zeit ohne Tastendruck, bevor sich das Telefon sperrt, bis zu 3600 Sekunden. 0: nie.",
   "Emergency calls": "Notrufe",
