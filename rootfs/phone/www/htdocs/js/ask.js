@@ -14,14 +14,16 @@ export class Refusal extends Error {}
 
 // The template and the variables of the phone's answer. A notice is "timer$page$message".
 async function answerOf(response) {
-  const { template, variables } = await response.json();
+  const text = await response.text();
+  if (!text) throw new Refusal(t("The phone could not do this. Reload the page and try again."));
+  const { template, variables } = JSON.parse(text);
   if (template === "notice") throw new Refusal(t(variables.noticeLabel.split("$").slice(2).join("$")));
   if (template === "loginForm") throw new Refusal(t("You have been logged out. Reload the page to log in."));
   return variables;
 }
 
 // Opens a page, or with a body has it do something: the variables of the page that it leads to, the text of a file.
-export async function ask(page, action, fields, body) {
+export async function ask(page, action, fields = {}, body = undefined) {
   try {
     const query = new URLSearchParams({ p: page, q: action, ...fields });
     const response = await fetch(`/servlet?${query}`, { method: body ? "POST" : "GET", headers: { Accept: "application/json" }, cache: "no-store", body });

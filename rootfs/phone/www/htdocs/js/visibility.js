@@ -25,29 +25,42 @@ export function maySee(identity, code) {
 
 // The tab that opened the page.
 function ownTab(page) {
-  return [...document.querySelectorAll(`#navigation [data-page="${CSS.escape(page)}"]`)].find(({ dataset: { form } }) => {
+  return [...document.querySelectorAll(`#navigation [data-page~="${CSS.escape(page)}"]`)].find(({ dataset: { form } }) => {
     const [name, value] = (form ?? "").split("=");
     return !form || document.querySelector(`main input[name="${name}"]`)?.value === value;
   });
 }
 
-// A page speaks of tabs of its own section only, and not always of all; those it leaves out are shown.
+// Hides the tabs that may not be seen and returns the others. A page speaks of tabs of its own section only, and not
+// always of all; those it leaves out are shown.
+const applyToTabs = (all, identity, tabs) => [...all].filter((tab) => {
+  const { tab: key } = tab.dataset;
+  const shown = !key || !tabs.has(key) || maySee(identity, tabs.get(key));
+  tab.parentElement.hidden = !shown;
+  return shown;
+});
+
+// Pages that share an entry of the menu have a row of tabs of their own. True when the page is none of these, or its tab
+// is visible.
+function applyToRow(page, identity, tabs) {
+  const row = document.querySelectorAll("main [data-tab]");
+  const visible = applyToTabs(row, identity, tabs);
+  const own = [...row].find((tab) => tab.dataset.page === page);
+  own?.setAttribute("aria-current", "page");
+  return !own || visible.includes(own);
+}
+
 function applyToNavigation(page, identity, tabs) {
   const own = ownTab(page);
   if (!own) return true;
   const section = own.closest(".sections > li");
   section.classList.add("current");
   section.querySelector("a").setAttribute("aria-current", "true");
-  own.setAttribute("aria-current", "page");
-  const visible = [...section.querySelectorAll("[data-page]")].filter((tab) => {
-    const { tab: key } = tab.dataset;
-    const shown = !key || !tabs.has(key) || maySee(identity, tabs.get(key));
-    tab.parentElement.hidden = !shown;
-    return shown;
-  });
+  own.setAttribute("aria-current", own.dataset.page === page ? "page" : "true");
+  const visible = applyToTabs(section.querySelectorAll("[data-page]"), identity, tabs);
   section.hidden = visible.length === 0;
   if (visible.length) section.querySelector("a").href = visible[0].href;
-  return visible.includes(own);
+  return applyToRow(page, identity, tabs) && visible.includes(own);
 }
 
 // Returns false when nothing is left of them.

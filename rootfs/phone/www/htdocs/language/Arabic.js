@@ -298,7 +298,6 @@ window.phoneLanguage = {
     "Phone lock": "قفل الهاتف",
 
     // Area code
-    "Area code": "رمز المنطقة",
 
     // Tones
     "Custom": "مخصصة",
@@ -348,6 +347,22 @@ window.phoneLanguage = {
     "The phone has stored no file.": "لم يخزن الهاتف أي ملف.",
     "Enter at least %1.": "أدخل %1 على الأقل.",
     "Enter at most %1.": "أدخل %1 على الأكثر.",
+
+    // Rows that are selected
+    "Select all": "تحديد الكل",
+    "Select": "تحديد",
+    "Select: %1": "تحديد: %1",
+    "Selected: %1": "المحدد: %1",
+    "Edit": "تعديل",
+    "Edit: %1": "تعديل: %1",
+    "Deleted: %1": "المحذوف: %1",
+
+    // Dial plan
+    "Dial plan": "خطة الطلب",
+    "The phone could not do this. Reload the page and try again.": "تعذر على الهاتف تنفيذ ذلك. أعد تحميل الصفحة وحاول مرة أخرى.",
+    "Error:Write DialBlock.xml error!": "تعذر على الهاتف حفظ القواعد.",
+    "Error:Write DialNow.xml error!": "تعذر على الهاتف حفظ القواعد.",
+    "Error:Write DialPlan.xml error!": "تعذر على الهاتف حفظ القواعد.",
 
     // Contacts
     "Contacts": "جهات الاتصال",

@@ -298,7 +298,6 @@ window.phoneLanguage = {
     "Phone lock": "Telefonsperre",
 
     // Area code
-    "Area code": "Ortsvorwahl",
 
     // Tones
     "Custom": "Eigene",
@@ -348,6 +347,22 @@ window.phoneLanguage = {
     "The phone has stored no file.": "Das Telefon hat keine Datei gespeichert.",
     "Enter at least %1.": "Geben Sie mindestens %1 ein.",
     "Enter at most %1.": "Geben Sie höchstens %1 ein.",
+
+    // Rows that are selected
+    "Select all": "Alle auswählen",
+    "Select": "Auswählen",
+    "Select: %1": "Auswählen: %1",
+    "Selected: %1": "Ausgewählt: %1",
+    "Edit": "Bearbeiten",
+    "Edit: %1": "Bearbeiten: %1",
+    "Deleted: %1": "Gelöscht: %1",
+
+    // Dial plan
+    "Dial plan": "Wählplan",
+    "The phone could not do this. Reload the page and try again.": "Das Telefon konnte das nicht ausführen. Laden Sie die Seite neu und versuchen Sie es noch einmal.",
+    "Error:Write DialBlock.xml error!": "Das Telefon konnte die Regeln nicht speichern.",
+    "Error:Write DialNow.xml error!": "Das Telefon konnte die Regeln nicht speichern.",
+    "Error:Write DialPlan.xml error!": "Das Telefon konnte die Regeln nicht speichern.",
 
     // Contacts
     "Contacts": "Kontakte",

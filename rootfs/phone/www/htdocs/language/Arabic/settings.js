@@ -120,6 +120,7 @@ export default {
   "The name that the server logs in with at the phone.": "الاسم الذي يسجّل به الخادم دخوله إلى الهاتف.",
 
   // Area code
+  "Area code": "رمز المنطقة",
   "The phone puts the area code before local numbers.": "يضع الهاتف رمز المنطقة قبل أرقام منطقته.",
   "Such as 0571. Leave empty for none.": "مثل 0571. اتركه فارغًا إن لم يوجد.",
   "Shortest number (digits)": "أقصر رقم (بالخانات)",
@@ -127,6 +128,64 @@ export default {
   "Longest number (digits)": "أطول رقم (بالخانات)",
   "Longer numbers are dialled unchanged. 1 to 15.": "الأرقام الأطول تُطلب كما هي. من 1 إلى 15.",
   "The accounts that use the area code, separated by commas, such as 1,2. Leave empty for all.": "الحسابات التي تستخدم رمز المنطقة، تفصل بينها فواصل، مثل 1,2. اتركه فارغًا لكل الحسابات.",
+
+  // Dial plan: replace rules
+  "Replace rules": "قواعد الاستبدال",
+  "What the phone dials in place of what was typed.": "ما يطلبه الهاتف بدل ما كُتب.",
+  "Rules": "القواعد",
+  "Rule": "القاعدة",
+  "Add a rule": "إضافة قاعدة",
+  "Edit the rule": "تعديل القاعدة",
+  "There are no rules yet.": "لا توجد قواعد بعد.",
+  "The list is full. It takes %1 rules.": "القائمة ممتلئة. تتسع لعدد %1 من القواعد.",
+  "A replacement takes the place of the prefix, and the rest of the number stays. The first rule that fits is used.": "يحل البديل محل البادئة، ويبقى باقي الرقم. تُستخدم أول قاعدة مطابقة.",
+  "Replacement": "البديل",
+  "How a dialled number begins, such as 00 or 9(xxx).": "كيف يبدأ الرقم المطلوب، مثل 00 أو 9(xxx).",
+  "What is dialled in its place, such as + or 0571$1. Leave empty to take the prefix away.": "ما يُطلب بدلًا منها، مثل + أو 0571$1. اتركه فارغًا لحذف البادئة.",
+  "The accounts that use the rule, separated by commas, such as 1,2. Leave empty for all.": "الحسابات التي تستخدم القاعدة، تفصل بينها فواصل، مثل 1,2. اتركه فارغًا لكل الحسابات.",
+  "All": "الكل",
+  "Delete the rule %1?": "هل تريد حذف القاعدة %1؟",
+  "Delete the %1 selected rules?": "هل تريد حذف القواعد المحددة (%1)؟",
+  "The rules have been changed meanwhile. Reload the page and try again.": "تغيّرت القواعد في هذه الأثناء. أعد تحميل الصفحة وحاول مرة أخرى.",
+
+  // Dial-now rules
+  "Dial-now rules": "قواعد الطلب الفوري",
+  "Numbers that the phone dials as soon as they are complete.": "أرقام يطلبها الهاتف حالما تكتمل.",
+  "When the number that is being typed fits a rule, it is dialled without the send key.": "إذا طابق الرقم أثناء كتابته قاعدةً طُلب من دون مفتاح الإرسال.",
+  "The complete number, such as 112, xxx or [2-8]xx.": "الرقم كاملًا، مثل 112 أو xxx أو [2-8]xx.",
+
+  // Blocked numbers
+  "Blocked numbers": "الأرقام المحظورة",
+  "Numbers that cannot be dialled from this phone.": "أرقام لا يمكن طلبها من هذا الهاتف.",
+  "Numbers": "الأرقام",
+  "Complete numbers or rules for them, as the phone would dial them: after the replace rules and the area code.": "أرقام كاملة أو قواعد لها، كما كان الهاتف سيطلبها: بعد قواعد الاستبدال ورمز المنطقة.",
+  "Accounts are separated by commas, such as 1,2. Leave them empty to block the number for all.": "تفصل بين الحسابات فواصل، مثل 1,2. اتركها فارغة لحظر الرقم على كل الحسابات.",
+
+  // The notation of rules
+  "Signs in rules": "العلامات في القواعد",
+  "One digit.": "خانة واحدة من 0 إلى 9.",
+  "One or more digits or other characters.": "رقم أو حرف واحد أو أكثر.",
+  "One of these: 1, 5, 6 or 7.": "واحد من هذه: 1 أو 5 أو 6 أو 7.",
+  "A group. In a replacement, $1 stands for what the first group fits, $2 for the second.": "مجموعة. في البديل يمثل $1 ما تطابقه المجموعة الأولى و$2 ما تطابقه الثانية.",
+  "Any other character stands for itself.": "كل حرف آخر يمثل نفسه.",
+  "Each [ needs a ].": "كل [ تحتاج إلى ].",
+  "Each ( needs a ), with something in between.": "كل ( تحتاج إلى ) وبينهما شيء.",
+  "Enter characters or ranges separated by commas between [ and ], such as [1,5-7].": "أدخل بين [ و] أحرفًا أو نطاقات تفصل بينها فواصل، مثل [1,5-7].",
+  "Enter digits, letters, *, #, + and the signs of rules only, without spaces.": "أدخل أرقامًا وحروفًا و* و# و+ وعلامات القواعد فقط، بلا مسافات.",
+  "Enter digits, letters, *, #, + and $1 to $9 only, without spaces.": "أدخل أرقامًا وحروفًا و* و# و+ و$1 إلى $9 فقط، بلا مسافات.",
+  "$%1 stands for a group in parentheses, which the prefix does not have.": "يمثل $%1 مجموعة بين قوسين لا توجد في البادئة.",
+
+  // Trying a number
+  "Try a number": "تجربة رقم",
+  "As you would dial it. The page shows what the rules make of it; nothing is called.": "كما كنت ستطلبه. تعرض الصفحة ما تفعله القواعد به، ولا يُتصل بأحد.",
+  "The account that dials, 1 to 16.": "الحساب الذي يتصل، من 1 إلى 16.",
+  "No rule changes it.": "لا تغيّره أي قاعدة.",
+  "Dial-now rule %1 dials as soon as %2 is typed, without %3.": "تطلب قاعدة الطلب الفوري %1 الرقم حالما يُكتب %2، من دون %3.",
+  "Dial-now rule %1 dials it at once.": "تطلبه قاعدة الطلب الفوري %1 على الفور.",
+  "Replace rule %1 makes it %2.": "تجعله قاعدة الاستبدال %1 هكذا: %2.",
+  "The area code makes it %1.": "يصير مع رمز المنطقة %1.",
+  "Not dialled: %1 is blocked by entry %2.": "لا يُطلب: %1 محظور بالمدخل %2.",
+  "Dialled: %1": "يُطلب: %1",
 
   // Tones
   "The tones that you hear around a call: those of a country or your own.": "النغمات التي تسمعها حول المكالمة: نغمات بلد أو نغماتك الخاصة.",

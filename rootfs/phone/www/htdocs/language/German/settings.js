@@ -120,6 +120,7 @@ export default {
   "The name that the server logs in with at the phone.": "Der Name, mit dem sich der Server beim Telefon anmeldet.",
 
   // Area code
+  "Area code": "Ortsvorwahl",
   "The phone puts the area code before local numbers.": "Das Telefon setzt die Ortsvorwahl vor Nummern des eigenen Ortes.",
   "Such as 0571. Leave empty for none.": "Zum Beispiel 0571. Leer lassen, wenn es keine gibt.",
   "Shortest number (digits)": "Kürzeste Nummer (Ziffern)",
@@ -127,6 +128,64 @@ export default {
   "Longest number (digits)": "Längste Nummer (Ziffern)",
   "Longer numbers are dialled unchanged. 1 to 15.": "Längere Nummern werden unverändert gewählt. 1 bis 15.",
   "The accounts that use the area code, separated by commas, such as 1,2. Leave empty for all.": "Die Konten, die die Ortsvorwahl benutzen, durch Kommas getrennt, etwa 1,2. Leer lassen für alle.",
+
+  // Dial plan: replace rules
+  "Replace rules": "Ersetzungsregeln",
+  "What the phone dials in place of what was typed.": "Was das Telefon statt der eingegebenen Nummer wählt.",
+  "Rules": "Regeln",
+  "Rule": "Regel",
+  "Add a rule": "Regel hinzufügen",
+  "Edit the rule": "Regel bearbeiten",
+  "There are no rules yet.": "Es gibt noch keine Regeln.",
+  "The list is full. It takes %1 rules.": "Die Liste ist voll. Sie fasst %1 Regeln.",
+  "A replacement takes the place of the prefix, and the rest of the number stays. The first rule that fits is used.": "Der Ersatz tritt an die Stelle des Anfangs, und der Rest der Nummer bleibt. Die erste passende Regel gilt.",
+  "Replacement": "Ersatz",
+  "How a dialled number begins, such as 00 or 9(xxx).": "Wie eine gewählte Nummer beginnt, etwa 00 oder 9(xxx).",
+  "What is dialled in its place, such as + or 0571$1. Leave empty to take the prefix away.": "Was statt dessen gewählt wird, etwa + oder 0571$1. Leer lassen, um den Anfang wegzunehmen.",
+  "The accounts that use the rule, separated by commas, such as 1,2. Leave empty for all.": "Die Konten, die die Regel benutzen, durch Kommas getrennt, etwa 1,2. Leer lassen für alle.",
+  "All": "Alle",
+  "Delete the rule %1?": "Die Regel %1 löschen?",
+  "Delete the %1 selected rules?": "Die %1 ausgewählten Regeln löschen?",
+  "The rules have been changed meanwhile. Reload the page and try again.": "Die Regeln wurden inzwischen geändert. Laden Sie die Seite neu und versuchen Sie es noch einmal.",
+
+  // Dial-now rules
+  "Dial-now rules": "Sofortwahlregeln",
+  "Numbers that the phone dials as soon as they are complete.": "Nummern, die das Telefon wählt, sobald sie vollständig sind.",
+  "When the number that is being typed fits a rule, it is dialled without the send key.": "Passt die Nummer während der Eingabe zu einer Regel, wird sie ohne die Sendetaste gewählt.",
+  "The complete number, such as 112, xxx or [2-8]xx.": "Die vollständige Nummer, etwa 112, xxx oder [2-8]xx.",
+
+  // Blocked numbers
+  "Blocked numbers": "Gesperrte Nummern",
+  "Numbers that cannot be dialled from this phone.": "Nummern, die von diesem Telefon aus nicht gewählt werden können.",
+  "Numbers": "Nummern",
+  "Complete numbers or rules for them, as the phone would dial them: after the replace rules and the area code.": "Vollständige Nummern oder Regeln für sie, so wie das Telefon sie wählen würde: nach den Ersetzungsregeln und der Ortsvorwahl.",
+  "Accounts are separated by commas, such as 1,2. Leave them empty to block the number for all.": "Konten werden durch Kommas getrennt, etwa 1,2. Leer lassen, um die Nummer für alle zu sperren.",
+
+  // The notation of rules
+  "Signs in rules": "Zeichen in Regeln",
+  "One digit.": "Eine Ziffer.",
+  "One or more digits or other characters.": "Eine oder mehrere Ziffern oder andere Zeichen.",
+  "One of these: 1, 5, 6 or 7.": "Eines von diesen: 1, 5, 6 oder 7.",
+  "A group. In a replacement, $1 stands for what the first group fits, $2 for the second.": "Eine Gruppe. Im Ersatz steht $1 für das, worauf die erste Gruppe passt, $2 für die zweite.",
+  "Any other character stands for itself.": "Jedes andere Zeichen steht für sich selbst.",
+  "Each [ needs a ].": "Zu jeder [ gehört eine ].",
+  "Each ( needs a ), with something in between.": "Zu jeder ( gehört eine ), und dazwischen muss etwas stehen.",
+  "Enter characters or ranges separated by commas between [ and ], such as [1,5-7].": "Geben Sie zwischen [ und ] Zeichen oder Bereiche durch Kommas getrennt ein, etwa [1,5-7].",
+  "Enter digits, letters, *, #, + and the signs of rules only, without spaces.": "Geben Sie nur Ziffern, Buchstaben, *, #, + und die Zeichen der Regeln ein, ohne Leerzeichen.",
+  "Enter digits, letters, *, #, + and $1 to $9 only, without spaces.": "Geben Sie nur Ziffern, Buchstaben, *, #, + und $1 bis $9 ein, ohne Leerzeichen.",
+  "$%1 stands for a group in parentheses, which the prefix does not have.": "$%1 steht für eine Gruppe in Klammern, die es im Anfang nicht gibt.",
+
+  // Trying a number
+  "Try a number": "Eine Nummer ausprobieren",
+  "As you would dial it. The page shows what the rules make of it; nothing is called.": "So wie Sie sie wählen würden. Die Seite zeigt, was die Regeln daraus machen; angerufen wird niemand.",
+  "The account that dials, 1 to 16.": "Das Konto, das wählt, 1 bis 16.",
+  "No rule changes it.": "Keine Regel ändert sie.",
+  "Dial-now rule %1 dials as soon as %2 is typed, without %3.": "Sofortwahlregel %1 wählt, sobald %2 eingegeben ist, ohne %3.",
+  "Dial-now rule %1 dials it at once.": "Sofortwahlregel %1 wählt sie sofort.",
+  "Replace rule %1 makes it %2.": "Ersetzungsregel %1 macht daraus %2.",
+  "The area code makes it %1.": "Mit der Ortsvorwahl wird daraus %1.",
+  "Not dialled: %1 is blocked by entry %2.": "Nicht gewählt: %1 ist durch Eintrag %2 gesperrt.",
+  "Dialled: %1": "Gewählt: %1",
 
   // Tones
   "The tones that you hear around a call: those of a country or your own.": "Die Töne rund um einen Anruf: die eines Landes oder Ihre eigenen.",
