@@ -168,6 +168,7 @@ export default {
   "One of these: 1, 5, 6 or 7.": "واحد من هذه: 1 أو 5 أو 6 أو 7.",
   "A group. In a replacement, $1 stands for what the first group fits, $2 for the second.": "مجموعة. في البديل يمثل $1 ما تطابقه المجموعة الأولى و$2 ما تطابقه الثانية.",
   "Any other character stands for itself.": "كل حرف آخر يمثل نفسه.",
+  "This fits no number.": "لا يطابق هذا أي رقم.",
   "Each [ needs a ].": "كل [ تحتاج إلى ].",
   "Each ( needs a ), with something in between.": "كل ( تحتاج إلى ) وبينهما شيء.",
   "Enter characters or ranges separated by commas between [ and ], such as [1,5-7].": "أدخل بين [ و] أحرفًا أو نطاقات تفصل بينها فواصل، مثل [1,5-7].",

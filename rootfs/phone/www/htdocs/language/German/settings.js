@@ -168,6 +168,7 @@ export default {
   "One of these: 1, 5, 6 or 7.": "Eines von diesen: 1, 5, 6 oder 7.",
   "A group. In a replacement, $1 stands for what the first group fits, $2 for the second.": "Eine Gruppe. Im Ersatz steht $1 für das, worauf die erste Gruppe passt, $2 für die zweite.",
   "Any other character stands for itself.": "Jedes andere Zeichen steht für sich selbst.",
+  "This fits no number.": "Darauf passt keine Nummer.",
   "Each [ needs a ].": "Zu jeder [ gehört eine ].",
   "Each ( needs a ), with something in between.": "Zu jeder ( gehört eine ), und dazwischen muss etwas stehen.",
   "Enter characters or ranges separated by commas between [ and ], such as [1,5-7].": "Geben Sie zwischen [ und ] Zeichen oder Bereiche durch Kommas getrennt ein, etwa [1,5-7].",
