@@ -42,7 +42,7 @@ test("tabs and settings follow the level codes", async () => {
 });
 
 test("values that look like codes do not hide their fields; a page above one's level shows no settings and no tab", async () => {
-  await phone.configure({ AreaCode: "3", ToneDial: "3", GPickupSwitch: "3", "settings-dialplan": "2", "settings-tones": "2",
+  await phone.configure({ AreaCode: "3", ToneDial: "3", GPickupSwitch: "3", "settings-dialplan": "2", "area-code": "2", "settings-tones": "2",
     "features-bluetooth": "2", ToneCountry: "Custom", "features-acd": "0" });
   const page = await phone.openAs("user");
   for (const [name, field] of [["settings-areacode", "AreaCode"], ["settings-tones", "ToneDial"], ["features-bluetooth", "BluetoothSwitch"]]) {
