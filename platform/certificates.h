@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <ctime>
+#include <string>
 
 // The options by their numbers; values are paths of the phone, unless something else is said.
 enum CertificateOption : int {
@@ -33,6 +35,19 @@ static_assert(sizeof(TrustedCertificateInfo) == 260);
 int dl_get_ser_ca_info(ServerCertificateInfo* info);
 int dl_get_trust_ca_info(TrustedCertificates* info);
 
+// What a person may want to know of an installed certificate beyond the record. Texts are UTF-8 without control
+// characters, of bounded length; times are seconds since the epoch.
+struct CertificateDetails {
+  std::string subject, issuer;   // whole names, "C = DE, O = Example, CN = Example CA"
+  std::string alternativeNames;  // "DNS:phone.example, IP Address:192.0.2.1", empty without any
+  std::string serial;            // hex digits
+  std::string fingerprint;       // of SHA-256, "AB:CD:…"
+  std::string beginning, expiration;
+  std::time_t validFrom = 0, validTo = 0;
+};
+// Those of an installed certificate by its path, of a server's chain the first. 0, or -1 when none is installed there.
+int dl_get_ca_details(const char* file, CertificateDetails* details);
+
 // Installs a trusted certificate (PEM or DER, one in the file): 0 or one of the codes. The file is left where it is.
 enum TrustedInstallResult : int {
   kTrustedInstallFailed = -1,
@@ -42,12 +57,14 @@ enum TrustedInstallResult : int {
 };
 int dl_install_ca(const char* file);
 
-// Installs the server's certificate (PEM, with its key): 0, one of the codes, or -1.
+// Installs the server's certificate (PEM, with its key, which has no pass phrase, and with the certificates of those
+// who issued it, in any order): 0, one of the codes, or -1. The file is left where it is.
 enum ServerInstallResult : int {
   kServerInstalledAlready = -7,
   kServerDelivered = -8,
 };
 int dl_install_ser_ca(const char* file);
 
-// Removes an installed certificate: 0, or -1 when there is none at that path or it is not one of theirs.
+// Removes an installed certificate: 0, or -1 when there is none at that path or it is not one of theirs. The delivered
+// ones and links are none.
 int dl_del_ca(const char* file);

@@ -90,11 +90,12 @@ std::optional<std::string> readFile(const std::string& path) {
   return bytes;
 }
 
-bool replaceFile(const std::string& path, std::string_view bytes) {
+bool replaceFile(const std::string& path, std::string_view bytes, mode_t mode) {
   const fs::path folder = fs::path(path).parent_path();
   if (path.empty() || !makeFolder(folder)) return false;
   const std::string beside = path + ".new";
-  if (writeNew(beside, bytes, modeOf(path)) && ::rename(beside.c_str(), path.c_str()) == 0) return syncFolder(folder);
+  if (writeNew(beside, bytes, mode != 0 ? mode : modeOf(path)) && ::rename(beside.c_str(), path.c_str()) == 0)
+    return syncFolder(folder);
   ::unlink(beside.c_str());
   return false;
 }

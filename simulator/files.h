@@ -29,9 +29,9 @@ std::optional<std::string> readFile(const std::string& path);
 
 // Writes the file beside and renames it into place, so that readers, an end of this process and a power cut at any
 // moment find the old or the new one whole; once it returns, a power cut finds the new one. Makes the folders above it.
-// False when it could not be written; the old file then stays, unless only the last step failed, which makes the new
-// one last.
-bool replaceFile(const std::string& path, std::string_view bytes);
+// The file gets the rights of `mode`, or with 0 the old one's. False when it could not be written; the old file then
+// stays, unless only the last step failed, which makes the new one last.
+bool replaceFile(const std::string& path, std::string_view bytes, mode_t mode = 0);
 
 // Renames a file in its folder; once it returns, a power cut finds the new name. False when nothing was renamed.
 bool renameFile(const std::string& from, const std::string& to);

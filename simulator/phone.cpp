@@ -50,6 +50,7 @@ void start(const std::filesystem::path& root) {
   phone.comeUp();
   phone.journal = Journal();
   phone.expansionHandles.clear();
+  phone.certificateOptions = {};
   forgetSharedTexts();
   WebDebug::getInstance().setDebugLevel(WebDebug::kErrors);
   rebootEnd = 0;

@@ -21,6 +21,14 @@ struct Running {
   std::optional<std::chrono::steady_clock::time_point> directoriesFetched;
 };
 
+// What the certificate library was told: paths of the phone, empty ones until then.
+struct CertificateOptions {
+  std::string trustedFolder = "/config/certs/";
+  std::string serverCertificate = "/config/certs/server/WebServer.pem";
+  std::string trustedInUse, serverInUse;
+  int commonNameCheck = 0;
+};
+
 struct Phone {
   // Guards everything below but `root`, which changes only while no handler runs. Held for moments only: never while
   // a command runs.
@@ -32,6 +40,7 @@ struct Phone {
   Journal journal;
   std::set<int> expansionHandles;
   Running running;
+  CertificateOptions certificateOptions;
 
   // The following three are called with the mutex held.
   void systemCall(const char* call, std::string text);

@@ -15,4 +15,11 @@ inline void copyOut(std::string_view text, char* buffer, std::size_t size) {
   buffer[length] = '\0';
 }
 
+// As much of a UTF-8 text as fits into `size` bytes, without a part of a character at the end.
+inline std::string_view cutUtf8(std::string_view text, std::size_t size) {
+  if (text.size() <= size) return text;
+  while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xc0) == 0x80) --size;
+  return text.substr(0, size);
+}
+
 }  // namespace simulator
