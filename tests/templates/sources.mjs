@@ -17,21 +17,23 @@ export const templates = [...pages, ...includes];
 export const scripts = read(`${www}htdocs/js`, ".js");
 export const handlers = ["servlet", "framework"].flatMap((folder) => [".cpp", ".h"].flatMap((ending) => read(top + folder, ending, true)));
 
+const fileOf = (address) => address.split("/").at(-1);
+
 // {name, code, direction, texts}, and in `places` the texts by where they stand: "" is the language's own file, each
-// other one a section of pages, whose file a page loads when its name begins so.
+// other one the name of a section's file, which a page loads when its name begins as `sections` says.
 export const languages = read(`${www}htdocs/language`, ".js").map(({ name, text }) => {
   const window = {};
   runInNewContext(text, { window });
   const language = { name: name.replace(/\.js$/, ""), sections: {}, ...window.phoneLanguage };
   const places = { "": language.texts };
-  for (const [section, address] of Object.entries(language.sections)) {
+  for (const address of Object.values(language.sections)) {
     const file = `${www}htdocs${address}`;
-    places[section] = existsSync(file) ? runInNewContext(readFileSync(file, "utf8").replace("export default", "texts ="), {}) : {};
+    places[fileOf(address)] = existsSync(file) ? runInNewContext(readFileSync(file, "utf8").replace("export default", "texts ="), {}) : {};
   }
   return { ...language, places, texts: Object.assign({}, ...Object.values(places)) };
 });
 
-const sections = Object.keys(Object.assign({}, ...languages.map((language) => language.sections)));
+const sections = Object.entries(Object.assign({}, ...languages.map((language) => language.sections)));
 
 // The places of the pages that a template, an include or a script is part of.
 const users = new Map();
@@ -44,7 +46,7 @@ const use = (file, place) => {
     use([...scripts, ...includes].find((other) => other.name === (name.endsWith(".js") ? name : `${name.toLowerCase()}.htm`)), place);
   }
 };
-for (const page of pages) use(page, sections.find((section) => page.name.startsWith(section)) ?? "");
+for (const page of pages) use(page, fileOf(sections.find(([start]) => page.name.startsWith(start))?.[1] ?? ""));
 
 // Where a text belongs that these files show: to a section that needs it alone, or to all.
 export const placeOf = (files) => {

@@ -17,8 +17,8 @@ export function t(text, ...values) {
 function phoneText(text) {
   const key = tidy(text);
   if (texts.has(key)) return texts.get(key);
-  const numbers = key.match(/\d+/g) ?? [];
-  const pattern = texts.get(key.replace(/\d+/g, "%d"));
+  const numbers = key.match(/-?\d+/g) ?? [];
+  const pattern = texts.get(key.replace(/-?\d+/g, "%d"));
   return pattern ? pattern.replace(/%d/g, () => numbers.shift()) : key;
 }
 

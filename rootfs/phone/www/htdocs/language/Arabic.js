@@ -11,6 +11,8 @@ window.phoneLanguage = {
     network: "/language/Arabic/network.js",
     security: "/language/Arabic/security.js",
     settings: "/language/Arabic/settings.js",
+    "server-cert": "/language/Arabic/security.js",
+    "trusted-cert": "/language/Arabic/security.js",
   },
   texts: {
     // Frame
@@ -243,6 +245,22 @@ window.phoneLanguage = {
     "Error:The password is error!": "كلمة المرور القديمة غير صحيحة.",
     "Error:You don't have enough jurisdiction!": "لا يحق لك تغيير كلمة المرور هذه.",
     "Please login before the operator!": "يُرجى تسجيل الدخول أولًا.",
+
+    // Certificates
+    "Delete server certs error!": "لم يستطع الهاتف حذف الشهادة. ربما لم تعد موجودة.",
+    "Expired": "منتهية الصلاحية",
+    "Expires soon": "تنتهي قريبًا",
+    "Not valid yet": "لم تسرِ بعد",
+    "Valid": "سارية",
+    "Install certs failed!": "لم يستطع الهاتف تثبيت الشهادة. يحتوي كل ملف على شهادة واحدة بصيغة PEM أو DER، ويحفظ الهاتف حتى 10 شهادات.",
+    "Install server certs error! errorid=%d": "لم يستطع الهاتف تثبيت الشهادة (الخطأ %d). يحتاج إلى ملف PEM فيه الشهادة ومفتاحها الخاص دون كلمة مرور.",
+    "Other error! errorid=%d": "لم يستطع الهاتف تثبيت الشهادة (الخطأ %d).",
+    "The cert file has existed!": "هذه الشهادة موجودة على الهاتف.",
+    "The cert file has prefabricated!": "هذه الشهادة من الشهادات المدمجة في الهاتف.",
+    "The file is too large!": "الملف أكبر مما يسمح به الهاتف.",
+    "Upload cert file error!": "لم يتلقَّ الهاتف أي ملف. يُرجى المحاولة مرة أخرى.",
+    "Trusted certificates": "الشهادات الموثوقة",
+    "Server certificate": "شهادة الخادم",
 
     // Audio
     "Audio": "الصوت",

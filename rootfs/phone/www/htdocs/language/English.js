@@ -91,5 +91,13 @@ window.phoneLanguage = {
     "Error:File isn't exist!": "The phone received no file, or its name cannot be used.",
     "Error:File upload error!": "The phone cannot keep this file. It takes sounds in WAV format.",
     "The file is too large,please less than 5M!": "The picture is too large. The phone takes up to 5 MB.",
+    "Delete server certs error!": "The phone could not delete the certificate. Perhaps it is no longer there.",
+    "Install certs failed!": "The phone could not install the certificate. A file holds one certificate, as PEM or DER, and the phone stores up to 10.",
+    "Install server certs error! errorid=%d": "The phone could not install the certificate (error %d). It needs a PEM file with the certificate and its private key, without a password.",
+    "Other error! errorid=%d": "The phone could not install the certificate (error %d).",
+    "The cert file has existed!": "This certificate is already on the phone.",
+    "The cert file has prefabricated!": "This certificate is one of the phone's built-in ones.",
+    "The file is too large!": "The file is too large for the phone.",
+    "Upload cert file error!": "The phone received no file. Please try again.",
   },
 };

@@ -11,6 +11,8 @@ window.phoneLanguage = {
     network: "/language/German/network.js",
     security: "/language/German/security.js",
     settings: "/language/German/settings.js",
+    "server-cert": "/language/German/security.js",
+    "trusted-cert": "/language/German/security.js",
   },
   texts: {
     // Frame
@@ -243,6 +245,22 @@ window.phoneLanguage = {
     "Error:The password is error!": "Das alte Passwort ist falsch.",
     "Error:You don't have enough jurisdiction!": "Sie dürfen dieses Passwort nicht ändern.",
     "Please login before the operator!": "Bitte melden Sie sich zuerst an.",
+
+    // Certificates
+    "Delete server certs error!": "Das Telefon konnte das Zertifikat nicht löschen. Vielleicht ist es nicht mehr da.",
+    "Expired": "Abgelaufen",
+    "Expires soon": "Läuft bald ab",
+    "Not valid yet": "Noch nicht gültig",
+    "Valid": "Gültig",
+    "Install certs failed!": "Das Telefon konnte das Zertifikat nicht installieren. Eine Datei enthält ein Zertifikat als PEM oder DER, und das Telefon speichert bis zu 10.",
+    "Install server certs error! errorid=%d": "Das Telefon konnte das Zertifikat nicht installieren (Fehler %d). Es braucht eine PEM-Datei mit dem Zertifikat und seinem privaten Schlüssel, ohne Passwort.",
+    "Other error! errorid=%d": "Das Telefon konnte das Zertifikat nicht installieren (Fehler %d).",
+    "The cert file has existed!": "Dieses Zertifikat ist schon auf dem Telefon.",
+    "The cert file has prefabricated!": "Dieses Zertifikat ist eines der eingebauten des Telefons.",
+    "The file is too large!": "Die Datei ist zu groß für das Telefon.",
+    "Upload cert file error!": "Das Telefon hat keine Datei erhalten. Bitte versuchen Sie es noch einmal.",
+    "Trusted certificates": "Vertrauenswürdige Zertifikate",
+    "Server certificate": "Serverzertifikat",
 
     // Audio
     "Audio": "Audio",
