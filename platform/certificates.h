@@ -38,14 +38,16 @@ int dl_get_trust_ca_info(TrustedCertificates* info);
 // What a person may want to know of an installed certificate beyond the record. Texts are UTF-8 without control
 // characters, of bounded length; times are seconds since the epoch.
 struct CertificateDetails {
-  std::string subject, issuer;   // whole names, "C = DE, O = Example, CN = Example CA"
-  std::string alternativeNames;  // "DNS:phone.example, IP Address:192.0.2.1", empty without any
-  std::string serial;            // hex digits
-  std::string fingerprint;       // of SHA-256, "AB:CD:…"
+  std::string issuedTo, issuedBy;  // as in the record
+  std::string subject, issuer;     // whole names, "C = DE, O = Example, CN = Example CA"
+  std::string alternativeNames;    // "DNS:phone.example, IP Address:192.0.2.1", empty without any
+  std::string serial;              // hex digits
+  std::string fingerprint;         // of SHA-256, "AB:CD:…"
   std::string beginning, expiration;
   std::time_t validFrom = 0, validTo = 0;
 };
-// Those of an installed certificate by its path, of a server's chain the first. 0, or -1 when none is installed there.
+// Those of an installed certificate or of the built-in one of the server, by its path; of a chain the first. 0, or -1
+// when there is none.
 int dl_get_ca_details(const char* file, CertificateDetails* details);
 
 // Installs a trusted certificate (PEM or DER, one in the file): 0 or one of the codes. The file is left where it is.

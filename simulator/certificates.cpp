@@ -7,6 +7,7 @@
 #include <chrono>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -191,13 +192,16 @@ int dl_get_trust_ca_info(TrustedCertificates* info) {
 }
 
 int dl_get_ca_details(const char* file, CertificateDetails* details) {
-  if (file == nullptr || details == nullptr || !isInstalledPath(file)) return -1;
+  if (file == nullptr || details == nullptr) return -1;
+  if (!isInstalledPath(file) && std::string_view(file) != kBuiltInServer) return -1;
   const std::string content = contentOf(file);
   Certificate certificate = simulator::readCertificate(content);
   if (!certificate) certificate = simulator::readFirstCertificate(content);
   if (!certificate) return -1;
   const X509* read = certificate.get();
-  *details = {.subject = cut(simulator::wholeName(X509_get_subject_name(read))),
+  *details = {.issuedTo = cut(simulator::shortName(X509_get_subject_name(read))),
+              .issuedBy = cut(simulator::shortName(X509_get_issuer_name(read))),
+              .subject = cut(simulator::wholeName(X509_get_subject_name(read))),
               .issuer = cut(simulator::wholeName(X509_get_issuer_name(read))),
               .alternativeNames = cut(simulator::alternativeNames(certificate)),
               .serial = cut(simulator::serialNumber(certificate)),

@@ -42,6 +42,16 @@ TMPL_varlist* addCertificate(TMPL_varlist* list) {
   return TMPL_add_loop(list, "TRLoop", TMPL_add_varlist(nullptr, addCertificateDetails(row, kUploaded)));
 }
 
+// The one that comes with the phone: people compare its fingerprint with what their browsers warn of.
+TMPL_loop* builtInRow() {
+  CertificateDetails details;
+  if (dl_get_ca_details(kBuiltIn, &details) != 0) return nullptr;
+  TMPL_varlist* row =
+      TMPL_add_var(nullptr, "IssuedTo", templateText(details.issuedTo).c_str(), "IssuedBy",
+                   templateText(details.issuedBy).c_str(), "Expiration", details.expiration.c_str(), nullptr);
+  return TMPL_add_varlist(nullptr, addCertificateDetails(row, kBuiltIn));
+}
+
 int refuse(HttpResponse* response, const std::string& notice) {
   SetNoticePage(response, false, "server-cert", notice.c_str());
   return 1;
@@ -90,7 +100,7 @@ int ServerCertServlet::onRequest(HttpRequest* request, HttpResponse* response) {
 }
 
 int ServerCertServlet::loadConfig(HttpRequest* request, HttpResponse* response) {
-  TMPL_varlist* list = addCertificate(nullptr);
+  TMPL_varlist* list = TMPL_add_loop(addCertificate(nullptr), "BuiltInLoop", builtInRow());
   list = TMPL_add_var(list, "HttpsDevCert", readConfigText("HttpsDevCert", kChoiceSize).c_str(), nullptr);
   response->renderTemplate("/phone/www/WEB-INFO/template/server-cert.htm", showItemsByLevel(list, request));
   return 1;

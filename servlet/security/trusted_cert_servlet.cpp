@@ -30,7 +30,7 @@ static_assert(allUnique(kKeys) && allUnique(kItems));
 constexpr char kFolder[] = "/config/certs/";
 constexpr std::size_t kMaxDeleted = 1024;  // names that one request may delete
 
-constexpr std::size_t kMaxName = 256;      // bytes that are looked at, one more than a file's name has
+constexpr std::size_t kMaxName = 256;  // bytes that are looked at, one more than a file's name has
 
 // Any other value leaves the folder as it is.
 void SetTrustedCertsPath() {

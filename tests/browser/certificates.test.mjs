@@ -25,7 +25,7 @@ async function upload(page, path, text) {
   await page.getByText(text).waitFor();
 }
 
-const names = (page) => page.locator(".certificates .name > [translate]").allTextContents();
+const names = (page) => page.locator("form .name > [translate]").allTextContents();
 
 test("trusted certificates are uploaded, marked when they run out, and deleted after a question", async () => {
   const page = await phone.openAs("admin", "trusted-cert");

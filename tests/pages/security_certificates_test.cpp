@@ -154,7 +154,9 @@ TEST_F(CertificatePages, DetailsAndWhatRunsOut) {
   EXPECT_EQ(load(kOwn).variable("count HttpsDevCert"), "0|0");
   EXPECT_EQ(upload(kOwn, certificateFile("leaf.pem") + certificateFile("leaf.key")), "done");
   EXPECT_EQ(upload(kTrusted, certificateFile("a0.pem")), "done");
+  write("/config/certs/phonedev/WebServer.pem", certificateFile("root.pem") + certificateFile("mid.pem"));
   const RecordingResponse page = load(kOwn);
+  EXPECT_EQ(columns(page, "BuiltInLoop", "IssuedTo IssuedBy State"), "Root, Root, Expires soon");
   EXPECT_EQ(page.variable("count"), "(absent)");
   EXPECT_EQ(columns(page, "TRLoop", "IssuedTo IssuedBy Subject Names Serial"),
             "phone.example, Middle, O = Example, CN = phone.example, DNS:phone.example, IP Address:192.0.2.1, 1234");

@@ -22,6 +22,11 @@ function fault() {
   return file.size > largest ? t("The file is too large!") : "";
 }
 
+// A fingerprint breaks between its bytes.
+for (const code of document.querySelectorAll(".certificates code")) {
+  code.replaceChildren(...code.textContent.split(/(?<=:)/).flatMap((part) => [part, document.createElement("wbr")]));
+}
+
 upload.elements.certificatefile.addEventListener("change", () => show("upload-result", fault()));
 upload.addEventListener("submit", (event) => {
   const error = fault();
