@@ -162,10 +162,8 @@ ControlReply answer(const std::string& path, const Request& request) {
 }  // namespace
 
 std::optional<std::string> setState(const std::string& text) {
-  const json patch = json::parse(text, nullptr, false);
-  if (patch.is_discarded()) return "the state is not JSON";
   const std::lock_guard lock(phone().mutex);
-  return phone().state.patch(patch, phone().config);
+  return phone().patchState(text);
 }
 
 ControlReply control(const std::string& method, const std::string& path,

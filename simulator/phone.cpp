@@ -2,11 +2,13 @@
 
 #include <chrono>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "platform/web_debug.h"
 #include "simulator/shared_texts.h"
 #include "simulator/simulator.h"
+#include "simulator/web_certificate.h"
 
 namespace simulator {
 namespace {
@@ -27,6 +29,11 @@ void Phone::systemCall(const char* call, std::string text) {
   journal.add({JournalEntry::Kind::kSystem, call, std::move(text)});
 }
 
+std::optional<std::string> Phone::patchState(const std::string& patch) {
+  const nlohmann::json parsed = nlohmann::json::parse(patch, nullptr, false);
+  return parsed.is_discarded() ? "the state is not JSON" : state.patch(parsed, config);
+}
+
 void Phone::comeUp() {
   config.load();
   directory.load();
@@ -36,18 +43,22 @@ void Phone::comeUp() {
 
 void Phone::reboot(std::string reason) {
   systemCall("reboot", std::move(reason));
+  ensureDeviceCertificate(state.mac);
   if (state.rebootSeconds <= 0) return;
   rebootEnd = (Clock::now() + std::chrono::seconds(state.rebootSeconds)).time_since_epoch().count();
   ++reboots;
   comeUp();
 }
 
-void start(const std::filesystem::path& root) {
+std::optional<std::string> start(const std::filesystem::path& root, const std::string& state) {
   Phone& phone = simulator::phone();
   const std::lock_guard lock(phone.mutex);
   phone.root = std::filesystem::canonical(root).string();
   phone.state = DeviceState();
   phone.comeUp();
+  std::optional<std::string> error;
+  if (!state.empty()) error = phone.patchState(state);
+  ensureDeviceCertificate(phone.state.mac);
   phone.journal = Journal();
   phone.expansionHandles.clear();
   phone.certificateOptions = {};
@@ -55,6 +66,7 @@ void start(const std::filesystem::path& root) {
   WebDebug::getInstance().setDebugLevel(WebDebug::kErrors);
   rebootEnd = 0;
   reboots = 0;
+  return error;
 }
 
 bool rebooting() {

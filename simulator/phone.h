@@ -42,7 +42,9 @@ struct Phone {
   Running running;
   CertificateOptions certificateOptions;
 
-  // The following three are called with the mutex held.
+  // The following are called with the mutex held.
+  // As simulator::setState().
+  std::optional<std::string> patchState(const std::string& patch);
   void systemCall(const char* call, std::string text);
   // Loads the configuration and the directory, starts the applications, registers the accounts and brings the network
   // up.

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace simulator {
 
@@ -17,9 +18,11 @@ namespace simulator {
 void prepareRoot(const std::filesystem::path& root, const std::filesystem::path& rootfs);
 
 // Takes `root` as the phone's root: loads its configuration (a broken file is kept aside and replaced by the factory
-// defaults, with a log line) and starts with a fresh device state and an empty journal. A process has one phone at a
-// time; a further start replaces it. Not to be called while handlers run.
-void start(const std::filesystem::path& root);
+// defaults, with a log line), makes the certificate of its web server where that is missing, and starts with a fresh
+// device state and an empty journal. `state` is merged into the device's, as setState() does; what is wrong with it is
+// answered, and the phone is started without it. A process has one phone at a time; a further start replaces it. Not to
+// be called while handlers run.
+std::optional<std::string> start(const std::filesystem::path& root, const std::string& state = {});
 
 // Merges a JSON object into the device's state, as the control's PATCH does. The error text names the member that is
 // unknown or of a wrong type; the state is unchanged then. Safe from any thread.
@@ -30,6 +33,10 @@ bool rebooting();
 
 // How often the phone has begun to reboot since start(); a change means that sessions are gone.
 std::uint64_t rebootCount();
+
+// The files with the certificate and the key that the web server is to show, by their real paths: the one that
+// "HttpsDevCert" chooses, then the phone's own for when that is missing. Safe from any thread, and never waits.
+std::vector<std::string> webCertificates();
 
 // Where log lines go; standard error by default ("log MODULE LEVEL text"), which null brings back. The line has no line
 // end. The sink may be called while the phone is locked: it must not call platform/ or control().
