@@ -14,9 +14,11 @@ std::string_view withoutSuffix(std::string_view text, std::string_view suffix) {
   return text;
 }
 
-bool isOwnOrigin(std::string_view origin, std::string_view host) {
+// Without TLS of ours, there may be some in front of the phone. With it, a page that came without is none of ours:
+// anybody on the way may have made it.
+bool isOwnOrigin(std::string_view origin, std::string_view host, bool secure) {
   for (const auto& [scheme, port] : {std::pair{"http://", ":80"}, std::pair{"https://", ":443"}}) {
-    if (!origin.starts_with(scheme)) continue;
+    if (!origin.starts_with(scheme) || (secure && std::string_view(port) == ":80")) continue;
     origin.remove_prefix(std::string_view(scheme).size());
     return !host.empty() && equalsIgnoreCase(withoutSuffix(origin, port), withoutSuffix(host, port));
   }
@@ -29,7 +31,7 @@ bool isForeign(const RequestHead& head) {
   if (head.fetchSite == "cross-site" || head.fetchSite == "same-site") return true;
   // A form of our own pages comes with "null", since they ask for no referrer; then Sec-Fetch-Site vouches for it.
   if (head.origin.empty() || (head.origin == "null" && head.fetchSite == "same-origin")) return false;
-  return !isOwnOrigin(head.origin, head.host.value_or(""));
+  return !isOwnOrigin(head.origin, head.host.value_or(""), head.secure);
 }
 
 // A navigation by GET in a window of its own.

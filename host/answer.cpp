@@ -42,7 +42,7 @@ Answer errorAnswer(int status, bool asJson) {
   return answer;
 }
 
-void addCommonHeaders(Answer& answer) {
+void addCommonHeaders(Answer& answer, bool secure) {
   static constexpr std::array<std::pair<const char*, const char*>, 5> kHeaders{
       {{"X-Content-Type-Options", "nosniff"},
        {"X-Frame-Options", "DENY"},
@@ -53,6 +53,8 @@ void addCommonHeaders(Answer& answer) {
   for (const auto& [name, value] : kHeaders) {
     if (!answer.header(name)) answer.headers.push_back({name, value});
   }
+  // A week: a phone that lost its certificate is not to be shut to its people for longer.
+  if (secure) answer.setHeader("Strict-Transport-Security", "max-age=604800");
 }
 
 }  // namespace host

@@ -33,7 +33,7 @@ const char* reasonOf(int status);
 // A small page of the host's own, or {"error":404,"message":"Not Found"}.
 Answer errorAnswer(int status, bool asJson);
 
-// Adds what every answer carries, where it is not set already.
-void addCommonHeaders(Answer& answer);
+// Adds what every answer carries, where it is not set already; more to `secure` ones, which go over TLS.
+void addCommonHeaders(Answer& answer, bool secure);
 
 }  // namespace host

@@ -24,7 +24,7 @@ RequestHead readHead(MHD_Connection* connection, const Peer& peer, const char* m
   std::optional<std::string> host;
   MHD_get_connection_values(connection, MHD_HEADER_KIND, &joinHost, &host);
   const auto lookup = [&](const char* name) { return MHD_lookup_connection_value(connection, MHD_HEADER_KIND, name); };
-  RequestHead head = readHead(method, peer.target, peer.address, lookup);
+  RequestHead head = readHead(method, peer.target, {peer.address, peer.secure}, lookup);
   head.host = std::move(host);  // a second one would be overlooked
   head.needsHost = version != "HTTP/1.0";
   return head;

@@ -13,7 +13,8 @@ namespace host {
 // What the server notes of a connection.
 struct Peer {
   std::string address;
-  std::string target;  // of the request that has just come in, as received
+  bool secure = false;  // comes over TLS
+  std::string target;   // of the request that has just come in, as received
 };
 
 // The header's value; empty when absent. Good until the request ends.

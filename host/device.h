@@ -3,13 +3,17 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace host {
 
-// Each may be empty; both are called from several threads.
+// Each may be empty, but for `certificates` where there is HTTPS with them. Called from several threads.
 struct Device {
   std::function<bool()> rebooting;             // true: every page is answered with 503
   std::function<std::uint64_t()> rebootCount;  // a change means that all sessions are gone
+  // PEM files, each with certificates and their key: the first that is there is shown. Asked before each handshake.
+  std::function<std::vector<std::string>()> certificates = {};
 };
 
 }  // namespace host

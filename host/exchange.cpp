@@ -240,7 +240,7 @@ Answer Exchange::simulatorAnswer() {
 }
 
 MHD_Result Exchange::send(Answer answer) {
-  addCommonHeaders(answer);
+  addCommonHeaders(answer, head_.secure);
   const int status = answer.status;
   const std::size_t bytes = answer.size();
   MHD_Response* response = makeResponse(answer);

@@ -66,6 +66,8 @@ host::ServerSettings settingsFor(const host::Options& options, const fs::path& r
   settings.root = root;
   settings.address = options.address;
   settings.port = options.port;
+  settings.tlsAddress = options.tlsAddress;
+  settings.tlsPort = options.tlsPort;
   settings.names = options.names;
   settings.maxUpload = options.maxUpload;
   settings.accessLog = !options.quiet;
@@ -75,14 +77,14 @@ host::ServerSettings settingsFor(const host::Options& options, const fs::path& r
                           {"/media/user/contact-image/", "data/userdata/contact-image"},
                           {"/media/user/wallpaper/", "data/userdata/wallpaper"}};
   settings.simulator = control;
-  settings.device = {simulator::rebooting, simulator::rebootCount};
+  settings.device = {simulator::rebooting, simulator::rebootCount, simulator::webCertificates};
   return settings;
 }
 
 void startPhone(const host::Options& options, const fs::path& root) {
-  simulator::start(root);
-  if (options.state.empty()) return;
-  if (const auto error = simulator::setState(options.state)) throw WrongArguments("bad value for --state: " + *error);
+  if (const auto error = simulator::start(root, options.state)) {
+    throw WrongArguments("bad value for --state: " + *error);
+  }
 }
 
 void serve(const host::Options& options) {
@@ -93,7 +95,7 @@ void serve(const host::Options& options) {
   const host::Module module(options.module);
   host::PageTable pages(options.pages, [&](const std::string& name) { return module.function(name); });
   host::Server server(pages, settingsFor(options, root));
-  std::printf("listening on %s\n", server.url().c_str());
+  for (const host::Listening& listening : server.listening()) std::printf("listening on %s\n", listening.url.c_str());
   std::fflush(stdout);
   waitForEnd();
   if (!server.stop()) {

@@ -18,12 +18,11 @@ bool parseNumber(std::string_view text, Number& number) {
 }
 
 // "127.0.0.1:8080" or "[::1]:8080".
-bool parseListen(std::string_view text, Options& options) {
+bool parseListen(std::string_view text, std::string& address, std::uint16_t& port) {
   const std::size_t colon = text.rfind(':');
-  if (colon == std::string_view::npos || !parseNumber(text.substr(colon + 1), options.port)) return false;
-  std::string_view address = text.substr(0, colon);
+  if (colon == std::string_view::npos || !parseNumber(text.substr(colon + 1), port)) return false;
+  address = text.substr(0, colon);
   if (address.starts_with('[') && address.ends_with(']')) address = address.substr(1, address.size() - 2);
-  options.address = address;
   return !address.empty();
 }
 
@@ -62,13 +61,15 @@ const char* const kUsage =
     "Usage: phone-web-host --root DIR --listen ADDRESS:PORT [options]\n"
     "  --root DIR             the phone's file tree; filled when missing or empty\n"
     "  --listen ADDRESS:PORT  numeric address (IPv6 in brackets); port 0 picks a free one\n"
+    "  --listen-tls ADDRESS:PORT\n"
+    "                         HTTPS with the phone's own certificate, beside --listen or in its place\n"
     "  --rootfs PATH          what an empty root is filled from\n"
     "  --module PATH          the page handlers (libphonepages.so)\n"
     "  --pages PATH           the page list (DIR/phone/www/WEB-INFO/pages.conf)\n"
     "  --name NAME            a name by which the phone is asked for; may be repeated\n"
     "  --max-upload MIB       longest request body, 1 to 1024 (64)\n"
     "  --tls-cert FILE --tls-key FILE\n"
-    "                         serve HTTPS with this certificate and key (PEM)\n"
+    "                         --listen serves HTTPS too, with this certificate and key (PEM)\n"
     "  --state JSON           the state that the phone in software starts with\n"
     "  --quiet                no line a request\n";
 
@@ -85,7 +86,8 @@ bool parseOptions(const std::vector<std::string>& arguments, const fs::path& pro
       {"--pages", path(options.pages)},
       {"--tls-cert", path(options.tlsCertificate)},
       {"--tls-key", path(options.tlsKey)},
-      {"--listen", [&](const std::string& text) { return parseListen(text, options); }},
+      {"--listen", [&](const std::string& text) { return parseListen(text, options.address, options.port); }},
+      {"--listen-tls", [&](const std::string& text) { return parseListen(text, options.tlsAddress, options.tlsPort); }},
       {"--name", [&](const std::string& text) { return addName(text, options); }},
       {"--state", [&](const std::string& text) { return !(options.state = text).empty(); }},
       {"--max-upload", [&](const std::string& text) { return parseMebibytes(text, options.maxUpload); }}};
@@ -100,9 +102,13 @@ bool parseOptions(const std::vector<std::string>& arguments, const fs::path& pro
     if (take == takes.end()) return error = "unknown option " + name, false;
     if (++i == arguments.size() || !take->second(arguments[i])) return error = "bad value for " + name, false;
   }
-  if (options.root.empty() || options.address.empty()) return error = "--root and --listen are needed", false;
+  if (options.root.empty()) return error = "--root is needed", false;
+  if (options.address.empty() && options.tlsAddress.empty()) return error = "--listen or --listen-tls is needed", false;
   if (options.tlsCertificate.empty() != options.tlsKey.empty()) {
     return error = "--tls-cert and --tls-key go together", false;
+  }
+  if (options.address.empty() && !options.tlsKey.empty()) {
+    return error = "--tls-cert and --tls-key are for --listen", false;
   }
   fillDefaults(programFolder, options);
   return true;

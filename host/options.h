@@ -13,8 +13,8 @@ namespace host {
 
 struct Options {
   std::filesystem::path root, rootfs, module, pages;
-  std::string address;
-  std::uint16_t port = 0;
+  std::string address, tlsAddress;  // empty: not given
+  std::uint16_t port = 0, tlsPort = 0;
   std::vector<std::string> names;  // as hostName() gives them
   std::size_t maxUpload = kDefaultMaxUpload;
   std::filesystem::path tlsCertificate, tlsKey;

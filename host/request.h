@@ -40,7 +40,7 @@ class Request final : public HttpRequest {
   FieldResult formError() const { return form_.error(); }
 
  private:
-  Visitor visitor() const { return {head_.remoteAddress, head_.method == "POST"}; }
+  Visitor visitor() const { return {head_.remoteAddress, head_.method == "POST", head_.secure}; }
 
   const RequestHead& head_;
   Body& body_;

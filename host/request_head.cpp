@@ -35,8 +35,7 @@ std::uint64_t parseLength(std::string_view text) {
 }
 }  // namespace
 
-RequestHead readHead(std::string method, std::string_view target, std::string remoteAddress,
-                     const HeaderLookup& headers) {
+RequestHead readHead(std::string method, std::string_view target, Sender sender, const HeaderLookup& headers) {
   const auto header = [&](const char* name) -> std::string_view {
     const char* value = headers(name);
     return value ? value : "";
@@ -44,10 +43,13 @@ RequestHead readHead(std::string method, std::string_view target, std::string re
   RequestHead head;
   head.method = std::move(method);
   readTarget(target, head);
-  head.remoteAddress = std::move(remoteAddress);
+  head.remoteAddress = std::move(sender.address);
+  head.secure = sender.secure;
   if (const char* host = headers("Host")) head.host = host;
   if (const char* type = headers("Content-Type")) head.contentType = type;
-  if (const auto id = cookieValue(header("Cookie"), kSessionCookie); isSessionId(id)) head.sessionId = id;
+  if (const auto id = cookieValue(header("Cookie"), sessionCookie(head.secure)); isSessionId(id)) {
+    head.sessionId = id;
+  }
   head.origin = header("Origin");
   head.fetchSite = header("Sec-Fetch-Site");
   head.fetchMode = header("Sec-Fetch-Mode");

@@ -18,6 +18,7 @@ struct RequestHead {
   Fields query;
   FieldResult queryError = FieldResult::kOk;
   std::string remoteAddress;
+  bool secure = false;                    // came over TLS
   std::optional<std::string> host;        // the Host header; several of them as a list
   bool needsHost = false;                 // from HTTP/1.1 on
   std::optional<std::string> targetHost;  // of a target that names one, as a proxy's client sends it
@@ -35,13 +36,21 @@ struct RequestHead {
   bool isPush() const { return std::string_view(target).substr(path.size()).starts_with("?push"); }
 };
 
-inline constexpr const char* kSessionCookie = "PHONESESSION";
+// Over TLS it has a name that browsers let nobody set but the TLS server itself. Under one name for both, they would
+// refuse the cookie of plain HTTP while they have the other, and whoever had logged in over TLS could not do so there.
+constexpr const char* sessionCookie(bool secure) {
+  return secure ? "__Host-PHONESESSION" : "PHONESESSION";
+}
 
 // The value of a header; null when absent.
 using HeaderLookup = std::function<const char*(const char* name)>;
 
+struct Sender {
+  std::string address;
+  bool secure = false;  // sends over TLS
+};
+
 // `target` as received, a proxy's absolute one included.
-RequestHead readHead(std::string method, std::string_view target, std::string remoteAddress,
-                     const HeaderLookup& headers);
+RequestHead readHead(std::string method, std::string_view target, Sender sender, const HeaderLookup& headers);
 
 }  // namespace host

@@ -37,13 +37,15 @@ struct UserFolder {
 
 struct ServerSettings {
   std::filesystem::path root;         // of the phone's file tree
-  std::string address = "127.0.0.1";  // numeric, IPv4 or IPv6
+  std::string address = "127.0.0.1";  // numeric, IPv4 or IPv6; empty: only HTTPS, below
   std::uint16_t port = 0;             // 0: any free one
-  std::vector<std::string> names;     // further names of the phone, as hostName() gives them
+  std::string tlsAddress;             // of HTTPS with the device's certificate; empty: none
+  std::uint16_t tlsPort = 0;
+  std::vector<std::string> names;  // further names of the phone, as hostName() gives them
   std::size_t maxUpload = kDefaultMaxUpload;
   std::chrono::milliseconds rateWindow = kDefaultRateWindow;  // of the pace that a sender must keep
   bool accessLog = true;
-  std::string tlsCertificate, tlsKey;  // PEM texts; both empty: plain HTTP
+  std::string tlsCertificate, tlsKey;  // PEM texts: HTTPS at `address`; both empty: plain HTTP
   std::vector<UserFolder> userFolders;
   Mount simulator;  // may be empty
   Device device;

@@ -52,7 +52,7 @@ void ServletRunner::forgetSessionsAfterReboot() {
 
 bool ServletRunner::isLoggedIn(const RequestHead& head) const {
   const bool rebooted = settings_.device.rebootCount && settings_.device.rebootCount() != reboots_;
-  return !rebooted && sessions_.isLoggedIn(head.sessionId, std::chrono::steady_clock::now());
+  return !rebooted && sessions_.isLoggedIn(head.sessionId, head.secure, std::chrono::steady_clock::now());
 }
 
 Answer ServletRunner::run(const RequestHead& head, Body& body) {
@@ -95,8 +95,8 @@ void ServletRunner::addSessionCookie(const RequestHead& head, const PageContext&
   const std::string id = valid ? context.session->id() : std::string();
   const bool ended = (context.session && !valid) || context.sessionEnded;
   if (id == head.sessionId || (id.empty() && (!ended || head.sessionId.empty()))) return;
-  std::string cookie = std::string(kSessionCookie) + "=" + id + "; Path=/; HttpOnly; SameSite=Strict";
-  if (settings_.secureCookies) cookie += "; Secure";
+  std::string cookie = std::string(sessionCookie(head.secure)) + "=" + id + "; Path=/; HttpOnly; SameSite=Strict";
+  if (head.secure) cookie += "; Secure";
   if (id.empty()) cookie += "; Max-Age=0";
   answer.headers.push_back({"Set-Cookie", std::move(cookie)});
 }

@@ -25,7 +25,6 @@ class ServletRunner {
   struct Settings {
     std::filesystem::path root;
     std::string spoolFolder;
-    bool secureCookies = false;  // clients come over TLS
     Device device;
   };
 

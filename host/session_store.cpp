@@ -78,7 +78,7 @@ void Session::setMaxInactiveInterval(int seconds) {
 std::shared_ptr<Session> SessionStore::find(const std::string& id, Visitor visitor, SessionTime now) {
   const Lock lock(mutex_);
   const auto at = sessions_.find(id);
-  if (at == sessions_.end()) return nullptr;
+  if (at == sessions_.end() || at->second->visitor_.secure != visitor.secure) return nullptr;
   std::shared_ptr<Session> session = at->second;
   if (session->expired(now)) {
     erase(*session);
@@ -100,10 +100,11 @@ void SessionStore::clear() {
   removeIf([](const Session&) { return true; });
 }
 
-bool SessionStore::isLoggedIn(const std::string& id, SessionTime now) const {
+bool SessionStore::isLoggedIn(const std::string& id, bool secure, SessionTime now) const {
   const Lock lock(mutex_);
   const auto at = sessions_.find(id);
-  return at != sessions_.end() && at->second->hasUser_ && !at->second->expired(now);
+  if (at == sessions_.end() || at->second->visitor_.secure != secure) return false;
+  return at->second->hasUser_ && !at->second->expired(now);
 }
 
 void SessionStore::login(Session& session) {

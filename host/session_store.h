@@ -25,7 +25,8 @@ class SessionStore;
 // The client of a request.
 struct Visitor {
   std::string address;
-  bool posts = false;  // the request is a POST: who logs in by it is taken for a person
+  bool posts = false;   // the request is a POST: who logs in by it is taken for a person
+  bool secure = false;  // the request came over TLS
 };
 
 // One session. It is worth nothing to a client, and takes no place in the store, before it holds something; and it may
@@ -75,8 +76,8 @@ class Session final : public HttpSession, public std::enable_shared_from_this<Se
 // next one of the same address and name, and never take the place of a person's.
 class SessionStore {
  public:
-  // The session `id`, whose idle time begins again; null when there is none. One that has expired is given as invalid,
-  // and is gone.
+  // The session `id`, whose idle time begins again; null when there is none, or it was made over TLS and the visitor
+  // does not come over it, or the other way round. One that has expired is given as invalid, and is gone.
   std::shared_ptr<Session> find(const std::string& id, Visitor visitor, SessionTime now);
   // A new session without a place. It gets one, and its id, with its first attribute; in a full store in place of the
   // longest idle of the lowest rank that is no higher than its own. It stays without one when there is none such, or
@@ -84,7 +85,7 @@ class SessionStore {
   std::shared_ptr<Session> create(Visitor visitor, SessionTime now);
   void clear();
   // True for the session of somebody who is logged in. It does not count as use of the session. Safe from any thread.
-  bool isLoggedIn(const std::string& id, SessionTime now) const;
+  bool isLoggedIn(const std::string& id, bool secure, SessionTime now) const;
   std::size_t size() const { return sessions_.size(); }
 
  private:

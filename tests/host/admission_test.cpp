@@ -24,7 +24,7 @@ RequestHead headOf(const std::string& text) {
     headers.merge(Headers{{"Sec-Fetch-Site", "cross-site"}, {"Sec-Fetch-Mode", "navigate"}});
     headers["Sec-Fetch-Dest"] = link->second;
   }
-  return readHead(method, target, headers["From"], [&](const char* name) {
+  return readHead(method, target, {headers["From"]}, [&](const char* name) {
     const auto at = headers.find(name);
     return at == headers.end() ? nullptr : at->second.c_str();
   });

@@ -116,8 +116,7 @@ void ServerTest::start() {
 
 std::string ServerTest::head(const std::string& method, const std::string& target, const std::string& headers) {
   if (!server_) start();
-  return method + " " + target + " HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(server_->port()) + "\r\n" + headers +
-         "\r\n";
+  return method + " " + target + " HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(port()) + "\r\n" + headers + "\r\n";
 }
 
 Reply ServerTest::post(const std::string& target, const std::string& headers, std::string_view body) {

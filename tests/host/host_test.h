@@ -91,7 +91,8 @@ class ServerTest : public ::testing::Test {
   Reply post(const std::string& target, const std::string& headers, std::string_view body);
   std::string head(const std::string& method, const std::string& target, const std::string& headers = "");
   // Sends the bytes on a connection of their own.
-  Reply ask(std::string_view bytes) { return Client(server_->port()).ask(bytes); }
+  Reply ask(std::string_view bytes) { return Client(port()).ask(bytes); }
+  std::uint16_t port() const { return server_->listening()[0].port; }
 
   LogCapture log_;
   TemporaryFolder root_;

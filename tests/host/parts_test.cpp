@@ -75,8 +75,8 @@ TEST(SessionStore, DropsIdleSessions) {
 TEST(SessionStore, TellsWhoIsLoggedIn) {
   SessionStore store;
   const auto session = makeSession(store, kPerson, kStart, "x");
-  const auto isIn = [&](SessionTime now) { return store.isLoggedIn(session->id(), now); };
-  EXPECT_FALSE(isIn(kStart) || store.isLoggedIn("", kStart));
+  const auto isIn = [&](SessionTime now) { return store.isLoggedIn(session->id(), false, now); };
+  EXPECT_FALSE(isIn(kStart) || store.isLoggedIn("", false, kStart));
   for (const auto& [user, known] : {std::pair{"", false}, {"admin", true}}) {
     session->setAttribute("user", strdup(user));
     EXPECT_EQ(isIn(kStart + 14min), known);

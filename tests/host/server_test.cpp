@@ -99,7 +99,7 @@ TEST_F(ServerTest, RoutesRequests) {
   EXPECT_EQ(json.header("content-type"), "application/json");
   EXPECT_EQ(post("/servlet?push", kForm, "p=any").body, "");
   EXPECT_THAT(log_.text(), HasSubstr("the module has no createGoneServlet\npage gone is not served\n"));
-  Client client(server_->port());
+  Client client(port());
   client.send(head("HEAD", "/js/app.js"));
   const Reply file = client.receive(false);
   EXPECT_EQ(file.header("content-length"), "11");
@@ -294,7 +294,7 @@ TEST_F(ServerTest, StreamsUploadsWithoutHoldingThem) {
   const std::string front = part("name=\"f\"; filename=\"big.rom\"", "");
   const std::string back = "\r\n" + part("name=\"b\"", "end") + "--B--\r\n", piece(1 << 20, 'r');
   const long before = residentPages();
-  Client client(server_->port());
+  Client client(port());
   const std::size_t size = front.size() - 2 + 60 * piece.size() + back.size();
   client.send(head("POST", "/servlet?p=any&root=" + root_.path().string(),
                    kMultipart + ("Content-Length: " + std::to_string(size)) + "\r\n") +
@@ -321,7 +321,7 @@ TEST_F(ServerTest, RefusesAnUploadThatOutgrowsItsLimit) {
   disk.reset();
   // A body that nobody wants passes by, and the connection goes on.
   behaviour.page = printing("early");
-  Client client(server_->port());
+  Client client(port());
   for (int i = 0; i < 2; ++i) {
     const std::string unwanted(2'000'000, 'x');
     EXPECT_EQ(client.ask(head("POST", "/servlet?p=any", "Content-Length: 2000000\r\n") + unwanted).body, "early");
@@ -354,7 +354,7 @@ TEST_F(ServerTest, DropsSlowSendersButNotThoseItHeldUp) {
   start();
   behaviour.page = showPage;
   for (const char* length : {"Content-Length: 5000\r\n", "Content-Length: 5000000\r\n"}) {
-    Client slow(server_->port());
+    Client slow(port());
     slow.send(head("POST", "/servlet?p=any", length));
     bool open = true;
     for (int i = 0; open && i < 100; ++i, std::this_thread::sleep_for(50ms)) open = slow.send("x");
@@ -365,7 +365,7 @@ TEST_F(ServerTest, DropsSlowSendersButNotThoseItHeldUp) {
     std::this_thread::sleep_for(500ms);
     response->print("late");
   };
-  Client held(server_->port());
+  Client held(port());
   held.send(head("POST", "/servlet?p=any", "Content-Length: 2000000\r\n") + std::string(1000, 'x'));
   std::this_thread::sleep_for(550ms);
   EXPECT_EQ(held.ask(std::string(1'999'000, 'x')).body, "late");
@@ -388,14 +388,14 @@ TEST_F(ServerTest, IsNotHeldUpByClientsThatStallOrSendGarbage) {
         head("GET", std::string("/servlet?p=any\0", 15)), std::string("GET  HTTP/9.9\r\n\r\n"),
         post + "Content-Length: -1\r\n\r\n", post + "Content-Length: 99999999999999999999\r\n\r\n",
         post + kChunked + "\r\nzz\r\n", post + "Content-Type: multipart/form-data\r\nContent-Length: 3\r\n\r\n--B"}) {
-    addClients(clients, server_->port(), 12, half);
+    addClients(clients, port(), 12, half);
   }
   const auto quick = [this] { return std::async(std::launch::async, [this] { return get("/servlet?p=any"); }); };
   auto beside = quick();
   ASSERT_EQ(beside.wait_for(5s), std::future_status::ready);
   EXPECT_EQ(beside.get().body, "quick");
   // A handler that waits for a body stops when the client goes away; until then static files are served beside it.
-  Client reader(server_->port());
+  Client reader(port());
   reader.send(head("POST", "/servlet?p=any&read=1", "Content-Length: 9000000\r\n"));
   auto behind = quick();
   EXPECT_EQ(behind.wait_for(200ms), std::future_status::timeout);
@@ -416,11 +416,11 @@ TEST_F(ServerTest, ServesOthersWhileAHandlerTakesItsTime) {
   };
   const std::string page = head("GET", "/servlet?p=any"), file = head("GET", "/js/app.js");
   Clients others;
-  addClients(others, server_->port(), 50, page);
+  addClients(others, port(), 50, page);
   for (const auto& client : others) EXPECT_EQ(client->receive().body, "page");
   for (int round = 0; round < 2; ++round) {
     slow = true;
-    Client sleeper(server_->port()), behind(server_->port());
+    Client sleeper(port()), behind(port());
     sleeper.send(page);
     while (!asleep) std::this_thread::yield();
     behind.send(page);
@@ -450,10 +450,10 @@ TEST_F(ServerTest, AnswersEveryoneWhateverTimeHandlersTake) {
   };
   start();
   const auto visit = [this](int id) {
-    Client client(server_->port());
+    Client client(port());
     for (int i = id; i < id + 60; ++i) {
       const std::string page = "/servlet?p=any&a=" + std::to_string(i), shown = std::to_string(i);
-      if (i % 20 == 7) Client(server_->port()).send(head("GET", page));  // leaves without its answer
+      if (i % 20 == 7) Client(port()).send(head("GET", page));  // leaves without its answer
       if (i % 3 == 1) client.ask(head("GET", "/js/app.js"));
       EXPECT_EQ(client.ask(head("GET", page)).body, shown + " 0");
       if (i % 30 != 2) continue;
@@ -479,8 +479,7 @@ TEST_F(ServerTest, EndsQuicklyWhateverItIsDoing) {
   };
   const std::string unfinished = head("POST", "/servlet?p=any", "Content-Length: 9000000\r\n");
   Clients clients;
-  for (const std::size_t sent : {0U, 200'000U})
-    addClients(clients, server_->port(), 2, unfinished + std::string(sent, 'x'));
+  for (const std::size_t sent : {0U, 200'000U}) addClients(clients, port(), 2, unfinished + std::string(sent, 'x'));
   std::this_thread::sleep_for(100ms);
   const auto began = std::chrono::steady_clock::now();
   EXPECT_TRUE(server_->stop());

@@ -56,8 +56,8 @@ TEST(HttpText, ReadsParametersAndCookies) {
 }
 
 TEST(Log, KeepsALineALineAndSecretsOut) {
-  const RequestHead head = readHead("GET", "/servlet?p=login%0a%22&q=login&pwd=secret&key=OK&@admin:secret", "10.0.0.1",
-                                    [](const char*) { return nullptr; });
+  const RequestHead head = readHead("GET", "/servlet?p=login%0a%22&q=login&pwd=secret&key=OK&@admin:secret",
+                                    {"10.0.0.1"}, [](const char*) { return nullptr; });
   EXPECT_EQ(accessLine(head, 302, 17, std::chrono::microseconds(1234)),
             "10.0.0.1 GET /servlet?p=login\\x0a\\x22&q=login 302 17 1.2ms");
   const host_test::LogCapture log;
