@@ -14,8 +14,8 @@ namespace host {
 
 class TlsIdentity {
  public:
-  // PEM texts, which may be one and the same: the server's certificate with those that lead from it to a root, in any
-  // order, and its key, unencrypted. Throws std::runtime_error with the reason when they are none that fit together.
+  // PEM texts, which may be one and the same: the server's certificate, then those that lead from it to a root, in any
+  // order; and its key, unencrypted. Throws std::runtime_error with the reason when they are none that fit together.
   TlsIdentity(const std::string& certificates, const std::string& key);
 
   // Copies for one handshake, which then has them for itself: a `gnutls_certificate_retrieve_function3` hands them on

@@ -24,7 +24,7 @@ constexpr const char* kRuntimeFolders[] = {
     "dev",
     "proc",
     "config/Pics",
-    "config/certs",
+    "config/certs/phonedev",
     "config/data",
     "config/user/voip",
     "config/softkey",

@@ -12,8 +12,8 @@ namespace {
 using Headers = std::map<std::string, std::string>;
 using Texts = std::initializer_list<std::string>;
 
-// A request as text: "GET /target", then a header a line; "From" is the client's address, "Link" stands for a link on
-// another site to what the browser fetches as that.
+// A request as text: "GET /target", then a header a line; "From" is the client's address, "TLS" has it come over TLS,
+// "Link" stands for a link on another site to what the browser fetches as that.
 RequestHead headOf(const std::string& text) {
   std::istringstream lines(text);
   std::string method, target, line;
@@ -24,7 +24,7 @@ RequestHead headOf(const std::string& text) {
     headers.merge(Headers{{"Sec-Fetch-Site", "cross-site"}, {"Sec-Fetch-Mode", "navigate"}});
     headers["Sec-Fetch-Dest"] = link->second;
   }
-  return readHead(method, target, {headers["From"]}, [&](const char* name) {
+  return readHead(method, target, {headers["From"], headers.contains("TLS")}, [&](const char* name) {
     const auto at = headers.find(name);
     return at == headers.end() ? nullptr : at->second.c_str();
   });
@@ -74,12 +74,14 @@ TEST(Admission, RoutesWhatIsAskedForRightly) {
 
 TEST(Admission, KeepsOtherSitesOut) {
   const std::string post = "POST /servlet\nHost: phone.local\nOrigin: ";
-  expectAll("servlet", {"POST /servlet\nSec-Fetch-Site: same-origin\nOrigin: null",  // a plain form of our own
-                        post + "http://phone.local", post + "http://PHONE.local:80",
-                        "POST /servlet\nHost: phone.local:443\nOrigin: https://phone.local"});
-  expectAll("403", {post + "null", post + "http://phone.local:8080", post + "http://phone.local.evil",
-                    "POST /servlet\nSec-Fetch-Site: same-origin\nOrigin: http://evil",
-                    "POST /servlet\nSec-Fetch-Site: cross-site", "GET /servlet?p=a&q=load\nSec-Fetch-Site: same-site"});
+  expectAll("servlet",
+            {"POST /servlet\nSec-Fetch-Site: same-origin\nOrigin: null",  // a plain form of our own
+             post + "http://phone.local", post + "http://PHONE.local:80",
+             post + "https://phone.local\nTLS: ", "POST /servlet\nHost: phone.local:443\nOrigin: https://phone.local"});
+  expectAll("403",
+            {post + "null", post + "http://phone.local:8080", post + "http://phone.local.evil",
+             post + "http://phone.local\nTLS: ", "POST /servlet\nSec-Fetch-Site: same-origin\nOrigin: http://evil",
+             "POST /servlet\nSec-Fetch-Site: cross-site", "GET /servlet?p=a&q=load\nSec-Fetch-Site: same-site"});
   expectAll("static", {"GET /js/app.js\nSec-Fetch-Site: cross-site"});
   expectAll("403", {"GET /media/user/a.wav\nSec-Fetch-Site: same-site", "GET /media/user/a.wav\nLink: document"});
   expectAll("400", {"POST /servlet\nHost: \nOrigin: http://"});

@@ -221,9 +221,12 @@ TEST(Options, AreRead) {
   EXPECT_EQ(options.maxUpload, 2U * 1024 * 1024);
   EXPECT_TRUE(options.quiet);
   EXPECT_EQ(options.names, words("phone.example.com b"));
+  ASSERT_TRUE(parseOptions(words("--root /r --listen-tls 0.0.0.0:443"), "/opt/bin", options = {}, error));
+  EXPECT_EQ(options.address + options.tlsAddress + std::to_string(options.tlsPort), "0.0.0.0443");
   for (const char* wrong :
        {"", "--root /r", "--root /r --listen 127.0.0.1:99999", "--root /r --listen :1",
         "--root /r --listen 127.0.0.1:1 --max-upload 0", "--root /r --listen 127.0.0.1:1 --tls-key k",
+        "--root /r --listen-tls 127.0.0.1:1 --tls-cert c --tls-key k", "--root /r --listen-tls 127.0.0.1",
         "--root /r --listen", "--root /r --listen 127.0.0.1:1 --name phone:80",
         "--root /r --listen 127.0.0.1:1 --name http://phone", "--root /r --listen 127.0.0.1:1 --what"}) {
     EXPECT_FALSE(parseOptions(words(wrong), "/opt/bin", options = {}, error)) << wrong;
