@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# run.sh: what ./run prints for all addresses leads to the login and to the phone in software.
+# run.sh: what ./run prints for all addresses, over TLS too, leads to the login and to the phone in software.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 PHONE_WEB_RUN=$(mktemp -d)
@@ -14,4 +14,5 @@ done
 pages=$(sed -n 's/^  The phone.s web interface: *//p' "$PHONE_WEB_RUN/printed")
 curl -fsSL "$pages" | grep -q 'name="pwd"'
 curl -fsS "${pages}simulator/state" | grep -q '"rebootSeconds":4'
-grep -o 'http://[^/]*/$' "$PHONE_WEB_RUN/printed" | while read -r address; do curl -fsS -o /dev/null "$address"; done
+grep -q '^ *https://127' "$PHONE_WEB_RUN/printed"
+grep -Eo 'https?://[^/]*/$' "$PHONE_WEB_RUN/printed" | while read -r address; do curl -fsSk -o /dev/null "$address"; done
