@@ -11,8 +11,8 @@ void postMessage(const char* thread, unsigned message, int wParam, int lParam) {
   msgPostMsgToThread(msgGetThreadByName(thread), message, wParam, lParam);
 }
 
-void postText(const char* thread, unsigned message, const std::string& text, int wParam, int lParam) {
-  msgPostMsgToThreadEx(msgGetThreadByName(thread), message, wParam, lParam, text.c_str(), sizeOf(text));
+bool postText(const char* thread, unsigned message, const std::string& text, int wParam, int lParam) {
+  return msgPostMsgToThreadEx(msgGetThreadByName(thread), message, wParam, lParam, text.c_str(), sizeOf(text)) == 0;
 }
 
 int sendMessage(const char* thread, unsigned message, int wParam, int lParam) {

@@ -12,8 +12,8 @@ inline constexpr int kAnswerTimeout = 3000;
 
 // Queues a message and returns at once.
 void postMessage(const char* thread, unsigned message, int wParam = 0, int lParam = 0);
-// The same with a text.
-void postText(const char* thread, unsigned message, const std::string& text, int wParam = 0, int lParam = 0);
+// The same with a text. False when it is lost.
+bool postText(const char* thread, unsigned message, const std::string& text, int wParam = 0, int lParam = 0);
 
 // Waits for the answer, as long as it takes.
 int sendMessage(const char* thread, unsigned message, int wParam = 0, int lParam = 0);

@@ -65,6 +65,16 @@ function isActionUrl(text) {
   return /^https?:\/\/[^\s/?#]/i.test(filled) && !/\s/.test(text) && URL.canParse(filled);
 }
 
+// user@server, with a port perhaps.
+function isSipAddress(text) {
+  const [, server, port = "1"] = /^[^\s@<>"]+@(\[[^\]]+\]|[^\s@:]+)(?::(\d{1,5}))?$/.exec(text) ?? [];
+  return server !== undefined && checks.host(server) === "" && Number(port) > 0 && Number(port) < 65536;
+}
+
+// How many bytes a text message has left: the phone takes 1023 for its text and its address.
+const bytesOf = (text) => new TextEncoder().encode(text).length;
+export const messageRoom = (text, recipient) => 1023 - bytesOf(text) - bytesOf(`sip:${recipient}`);
+
 // LDAP's: a filter in parentheses, which hold filters again.
 function isFilter(text) {
   if (!text.startsWith("(")) return false;
@@ -85,6 +95,7 @@ export const checks = {
     const right = /^[\d.]+$/.test(text) ? ipv4Bytes(text) : isHostName(text) || isIPv6(text.replace(/^\[(.*)\]$/, "$1"));
     return right ? "" : t("Enter a host name or an IP address.");
   },
+  sipAddress: (text) => isSipAddress(text) && bytesOf(text) < 256 ? "" : t("Enter a SIP address such as 1002@sip.example."),
   url: (text) => isUrl(text) ? "" : t("Enter an address such as https://server.example/folder."),
   multicast: (text) => isMulticast(text) ? "" : t("Enter a multicast address such as 224.0.1.75:5010."),
   number: (text) => /\s/.test(text) ? t("Enter a number or name without spaces.") : "",
@@ -133,6 +144,10 @@ export const relations = {
   outside: (input, fields, names) => {
     const [value, first, last] = [input, ...names.split(" ").map((name) => fields[name])].map((field) => Number(field.value));
     return value < first || value > last ? "" : t("Enter a number below %1 or above %2.", first, last);
+  },
+  fitsWith: (input, fields, name) => {
+    const room = messageRoom(input.value, fields[name].value);
+    return room < 0 ? t("The message is too long by %1 bytes.", -room) : "";
   },
   above: (input, fields, name) => {
     const [value, least] = [input, fields[name]].map((field) => Number(field.value));

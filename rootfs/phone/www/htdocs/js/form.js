@@ -3,8 +3,8 @@
 //   data-value      on a select's group of radios: the stored value        data-current  the option of the stored value
 //   data-when       "FIELD=a,b": shown while FIELD has one of the values   data-check    checks of checks.js, "required"
 //   data-needed-by: the switch that makes the field a required one
-//   data-same-network, data-not-below, data-same-as, data-above, data-at-least, data-at-most, data-differs, data-outside:
-//                  relations of checks.js to other fields
+//   data-same-network, data-not-below, data-same-as, data-above, data-at-least, data-at-most, data-differs, data-outside,
+//   data-fits-with: relations of checks.js to other fields
 //   data-restart    a changed field needs a restart                        data-ask      on a button: ask before its restart
 // A field that is not shown is not posted, and the phone leaves its setting alone.
 import { checks, relations } from "./checks.js";
@@ -119,7 +119,7 @@ function check(input, form) {
   return !error;
 }
 
-const checkedInputs = (form) => controls(form).filter((control) => control.matches("input:not([type=radio], [type=checkbox])"));
+const checkedInputs = (form) => controls(form).filter((control) => control.matches("input:not([type=radio], [type=checkbox]), textarea[data-check]"));
 
 function describe(form) {
   for (const field of form.querySelectorAll(".field")) {
