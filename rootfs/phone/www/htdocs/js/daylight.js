@@ -4,7 +4,8 @@ import { t } from "./i18n.js";
 export const byDate = "0";
 export const byWeek = "1";
 
-const locale = document.documentElement.lang;
+const { lang } = document.documentElement;
+export const locale = lang === "en" ? "en-GB" : lang;
 const format = (options, month, day) => new Intl.DateTimeFormat(locale, { ...options, timeZone: "UTC" }).format(Date.UTC(2024, month - 1, day));
 
 const monthName = (month) => format({ month: "long" }, month, 1);

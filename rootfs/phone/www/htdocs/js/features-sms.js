@@ -27,7 +27,7 @@ function completeRecipient() {
 }
 
 function showRoom() {
-  document.getElementById("room").textContent = t("%1 of 1023 bytes left, the address included.", Math.max(messageRoom(text.value, recipient.value), 0));
+  document.getElementById("room").textContent = t("%1 bytes left.", Math.max(messageRoom(text.value, recipient.value), 0));
 }
 
 async function showState() {
@@ -45,9 +45,10 @@ async function sendMessage() {
   button.disabled = true;
   tell("");
   try {
+    const sent = text.value;
     await send("features-sms", "send", {}, new URLSearchParams(new FormData(form)));
     tell(t("The message has been sent."), "success");
-    text.value = "";
+    if (text.value === sent) text.value = "";
     showRoom();
   } catch (error) {
     if (!(error instanceof Refusal)) throw error;

@@ -90,9 +90,14 @@ function numberError(input) {
   return step ? t("Enter a number from %1 to %2.", min, max) : t("Enter a whole number from %1 to %2.", min, max);
 }
 
+function dateError({ min, max, validity }) {
+  return validity.rangeUnderflow || validity.rangeOverflow ? t("Enter a date from %1 to %2.", min, max) : "";
+}
+
 function errorOf(input, form) {
   const names = (input.dataset.check ?? "").split(" ").filter(Boolean);
   if (input.type === "number" && numberError(input)) return numberError(input);
+  if (input.type === "date" && dateError(input)) return dateError(input);
   const isNeeded = names.includes("required") || (input.dataset.neededBy && valueOf(form, input.dataset.neededBy) === "1");
   if (!input.value) return isNeeded ? t("This field is required.") : "";
   if (input.type === "password" && input.value.includes(secretMask)) {

@@ -1,7 +1,7 @@
 // Date and time: the phone's clock as it runs, one that is set by hand, the zone and its rule.
 import "./app.js";  // which fills the form first
 import { makeSearchable } from "./combobox.js";
-import { BoundaryFields, byDate, byWeek, sentences } from "./daylight.js";
+import { BoundaryFields, byDate, byWeek, locale, sentences } from "./daylight.js";
 import { t } from "./i18n.js";
 import { message } from "./message.js";
 import { ask, SessionEnded } from "./poll.js";
@@ -16,7 +16,7 @@ const { date, time } = form.elements;
 const phoneTime = document.getElementById("phone-time");
 const [year, month, ...parts] = phoneTime.dataset.time.split(" ").map(Number);
 const ahead = Date.UTC(year, month - 1, ...parts) - Date.now();
-const clock = new Intl.DateTimeFormat(document.documentElement.lang, { dateStyle: "full", timeStyle: "medium", timeZone: "UTC" });
+const clock = new Intl.DateTimeFormat(locale, { dateStyle: "full", timeStyle: "medium", timeZone: "UTC" });
 let follows = true;  // the fields run with the computer's clock until they are changed
 
 const twoDigits = (number) => String(number).padStart(2, "0");

@@ -99,5 +99,9 @@ window.phoneLanguage = {
     "The cert file has prefabricated!": "This certificate is one of the phone's built-in ones.",
     "The file is too large!": "The file is too large for the phone.",
     "Upload cert file error!": "The phone received no file. Please try again.",
+    "Error:The recipient is too long!": "The address of the recipient is too long.",
+    "Error:The message is too long!": "The message is too long with its address.",
+    "Error:The message holds control characters!": "The message holds characters that cannot be sent.",
+    "Error:The message was not sent!": "The phone could not send the message.",
   },
 };

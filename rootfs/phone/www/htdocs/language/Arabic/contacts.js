@@ -114,7 +114,6 @@ export default {
   "Calls found: %1": "المكالمات الموجودة: %1",
   "No call in this list matches.": "لا مكالمة مطابقة في هذه القائمة.",
   "Name and number": "الاسم والرقم",
-  "Date and time": "التاريخ والوقت",
   "Actions": "الإجراءات",
   "Call: %1": "اتصال: %1",
   "Add to contacts": "إضافة إلى جهات الاتصال",

@@ -39,7 +39,6 @@ export default {
   "Not saved yet": "لم يُحفظ بعد",
   "Function": "الوظيفة",
   "Type a word to search.": "اكتب كلمة للبحث.",
-  "Nothing matches.": "لا شيء يطابق.",
   "On the pages": "في الصفحات",
   "A locked key stands at the same place of all three pages, instead of the keys that were there.": "يقف المفتاح المقفل في الموضع نفسه من الصفحات الثلاث، بدلاً من المفاتيح التي كانت هناك.",
   "On its own page": "في صفحته",

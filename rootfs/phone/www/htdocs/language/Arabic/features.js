@@ -30,7 +30,6 @@ export default {
   "Dialled to switch it on at the server. Leave empty if the phone itself rejects calls.": "يُطلب لتشغيله لدى الخادم. اتركه فارغًا إذا كان الهاتف نفسه يرفض.",
   "Allow emergency numbers": "السماح بأرقام الطوارئ",
   "The numbers below can call this phone all the same.": "يمكن للأرقام أدناه الاتصال بهذا الهاتف مع ذلك.",
-  "Emergency numbers": "أرقام الطوارئ",
   "Separated by commas.": "تفصل بينها فواصل.",
 
   // Audio
@@ -333,4 +332,17 @@ export default {
   "After each call, the phone reports the agent as available again, without a key press.": "بعد كل مكالمة يعلن الهاتف أن الوكيل متاح من جديد دون ضغط أي مفتاح.",
   "Time after a call (seconds)": "الوقت بعد المكالمة (بالثواني)",
   "The agent's time for notes before the next call, 0 to 300 seconds.": "وقت الوكيل لتدوين الملاحظات قبل المكالمة التالية، من 0 إلى 300 ثانية.",
+
+  // Text message
+  "Sends a SIP text message to another phone or user.": "يرسل رسالة SIP نصية إلى هاتف أو مستخدم آخر.",
+  "No account is registered, so no message can be sent.": "لا يوجد حساب مسجَّل، لذا لا يمكن إرسال رسالة.",
+  "Recipient": "المستلم",
+  "New message": "رسالة جديدة",
+  "The account that sends the message.": "الحساب الذي يرسل الرسالة.",
+  "A SIP address such as 1002@sip.example. A number alone is completed with the server of the account.": "عنوان SIP مثل 1002@sip.example. الرقم وحده يُكمَّل بخادم الحساب.",
+  "Message": "الرسالة",
+  "A message and its address take 1023 bytes at the most.": "لا تتجاوز الرسالة وعنوانها معًا 1023 بايت.",
+  "Send message": "إرسال الرسالة",
+  "%1 bytes left.": "متبقٍّ %1 بايت.",
+  "The message has been sent.": "أُرسلت الرسالة.",
 };

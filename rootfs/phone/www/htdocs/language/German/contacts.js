@@ -114,7 +114,6 @@ export default {
   "Calls found: %1": "Gefundene Anrufe: %1",
   "No call in this list matches.": "Kein Anruf in dieser Liste passt.",
   "Name and number": "Name und Nummer",
-  "Date and time": "Datum und Uhrzeit",
   "Actions": "Aktionen",
   "Call: %1": "Anrufen: %1",
   "Add to contacts": "Zu Kontakten hinzufügen",

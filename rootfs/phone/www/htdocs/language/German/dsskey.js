@@ -39,7 +39,6 @@ export default {
   "Not saved yet": "Noch nicht gespeichert",
   "Function": "Funktion",
   "Type a word to search.": "Tippen Sie ein Wort, um zu suchen.",
-  "Nothing matches.": "Nichts passt.",
   "On the pages": "Auf den Seiten",
   "A locked key stands at the same place of all three pages, instead of the keys that were there.": "Eine gesperrte Taste steht auf allen drei Seiten am selben Platz, anstelle der Tasten, die dort waren.",
   "On its own page": "Auf der eigenen Seite",

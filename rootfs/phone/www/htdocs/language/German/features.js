@@ -30,7 +30,6 @@ export default {
   "Dialled to switch it on at the server. Leave empty if the phone itself rejects calls.": "Wird gewählt, um es beim Server einzuschalten. Leer lassen, wenn das Telefon selbst abweist.",
   "Allow emergency numbers": "Notrufnummern zulassen",
   "The numbers below can call this phone all the same.": "Die Nummern darunter können dieses Telefon trotzdem anrufen.",
-  "Emergency numbers": "Notrufnummern",
   "Separated by commas.": "Durch Kommas getrennt.",
 
   // Audio
@@ -333,4 +332,17 @@ export default {
   "After each call, the phone reports the agent as available again, without a key press.": "Nach jedem Gespräch meldet das Telefon den Agenten ohne Tastendruck wieder als verfügbar.",
   "Time after a call (seconds)": "Zeit nach einem Gespräch (Sekunden)",
   "The agent's time for notes before the next call, 0 to 300 seconds.": "Die Zeit des Agenten für Notizen vor dem nächsten Anruf, 0 bis 300 Sekunden.",
+
+  // Text message
+  "Sends a SIP text message to another phone or user.": "Sendet eine SIP-Textnachricht an ein anderes Telefon oder einen Benutzer.",
+  "No account is registered, so no message can be sent.": "Kein Konto ist registriert, deshalb kann keine Nachricht gesendet werden.",
+  "Recipient": "Empfänger",
+  "New message": "Neue Nachricht",
+  "The account that sends the message.": "Das Konto, das die Nachricht sendet.",
+  "A SIP address such as 1002@sip.example. A number alone is completed with the server of the account.": "Eine SIP-Adresse wie 1002@sip.example. Eine Nummer allein wird um den Server des Kontos ergänzt.",
+  "Message": "Nachricht",
+  "A message and its address take 1023 bytes at the most.": "Nachricht und Adresse dürfen zusammen 1023 Bytes lang sein.",
+  "Send message": "Nachricht senden",
+  "%1 bytes left.": "Noch %1 Bytes frei.",
+  "The message has been sent.": "Die Nachricht wurde gesendet.",
 };
