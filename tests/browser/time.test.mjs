@@ -111,7 +111,7 @@ test("a message is completed, counted and sent; one that fails or does not fit k
   assert.equal(await page.inputValue("#editMsgTxt"), "<b>");
   writeFileSync(join(phone.root, "config/data/text_message_list.xml"), "");
   await press(page, "Send message");
-  await page.getByText("The phone does not answer. Please try again.").waitFor();
+  await page.getByText("The phone could not do this. Reload the page and try again.").waitFor();
   await phone.state({ registration: [4] });
   await page.getByText("Not registered").waitFor();
   await page.fill("#editMsgTxt", "");

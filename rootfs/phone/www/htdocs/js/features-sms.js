@@ -1,23 +1,18 @@
 // A text message: its recipient is completed, what is left of its room is counted, and it is sent without leaving the page.
 import "./app.js";  // which translates first
+import { ask as askPage, attempt, show } from "./ask.js";
 import { messageRoom, tidyNumber } from "./checks.js";
 import { firstWrong, prepareChecks } from "./form.js";
 import { showValue, t } from "./i18n.js";
-import { ask as send, Refusal } from "./ask.js";
 import { ask, poll, SessionEnded } from "./poll.js";
 
 const askSeconds = 5;
 const registered = new Set(["2", "5"]);
 
 const form = document.getElementById("message-form");
+const result = document.getElementById("result");
 let questions;  // about the state of the account
 const { acc: account, editMsgTarget: recipient, editMsgTxt: text } = form?.elements ?? {};
-
-function tell(outcome, kind = "error") {
-  const line = document.getElementById("result");
-  line.textContent = outcome;
-  line.dataset.kind = kind;
-}
 
 // "sip:" is the phone's to add, and who is no address yet is one of the account's server.
 function completeRecipient() {
@@ -40,23 +35,14 @@ async function showState() {
   }
 }
 
-async function sendMessage() {
-  const button = form.querySelector("[type=submit]");
-  button.disabled = true;
-  tell("");
-  try {
-    const sent = text.value;
-    await send("features-sms", "send", {}, new URLSearchParams(new FormData(form)));
-    tell(t("The message has been sent."), "success");
-    if (text.value === sent) text.value = "";
-    showRoom();
-  } catch (error) {
-    if (!(error instanceof Refusal)) throw error;
-    tell(error.message);
-  } finally {
-    button.disabled = false;
-  }
-}
+const sendMessage = () => attempt(result, form, async () => {
+  const sent = text.value;
+  show(result, t("Sending…"), "warning");
+  await askPage("features-sms", "send", {}, new URLSearchParams(new FormData(form)));
+  show(result, t("The message has been sent."), "success");
+  if (text.value === sent) text.value = "";
+  showRoom();
+});
 
 function prepare() {
   prepareChecks(form);

@@ -344,5 +344,6 @@ export default {
   "A message and its address take 1023 bytes at the most.": "لا تتجاوز الرسالة وعنوانها معًا 1023 بايت.",
   "Send message": "إرسال الرسالة",
   "%1 bytes left.": "متبقٍّ %1 بايت.",
+  "Sending…": "جارٍ الإرسال…",
   "The message has been sent.": "أُرسلت الرسالة.",
 };

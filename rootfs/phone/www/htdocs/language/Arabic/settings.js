@@ -108,7 +108,6 @@ export default {
   "14:30 or 02:30PM.": "14:30 أو 02:30PM.",
   "Date format": "تنسيق التاريخ",
   "How the phone shows the 4th of July 2026. Lists of calls show dates in the same way.": "كيف يعرض الهاتف 4 يوليو 2026. تعرض قوائم المكالمات التواريخ بالطريقة نفسها.",
-  "Numbers": "الأرقام",
   "They can be called while the phone is locked. The Phone lock page sets them.": "يمكن الاتصال بها والهاتف مقفل، وتُضبط في صفحة قفل الهاتف.",
   "first %1 of %2": "%1 الأول من %2",
   "second %1 of %2": "%1 الثاني من %2",

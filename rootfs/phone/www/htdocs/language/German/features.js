@@ -344,5 +344,6 @@ export default {
   "A message and its address take 1023 bytes at the most.": "Nachricht und Adresse dürfen zusammen 1023 Bytes lang sein.",
   "Send message": "Nachricht senden",
   "%1 bytes left.": "Noch %1 Bytes frei.",
+  "Sending…": "Wird gesendet…",
   "The message has been sent.": "Die Nachricht wurde gesendet.",
 };

@@ -108,7 +108,6 @@ export default {
   "14:30 or 02:30PM.": "14:30 oder 02:30PM.",
   "Date format": "Format des Datums",
   "How the phone shows the 4th of July 2026. Lists of calls show dates in the same way.": "Wie das Telefon den 4. Juli 2026 zeigt. Anruflisten zeigen Daten ebenso.",
-  "Numbers": "Nummern",
   "They can be called while the phone is locked. The Phone lock page sets them.": "Sie können angerufen werden, während das Telefon gesperrt ist. Eingestellt werden sie auf der Seite Telefonsperre.",
   "first %1 of %2": "erster %1 im %2",
   "second %1 of %2": "zweiter %1 im %2",
