@@ -1,19 +1,10 @@
 #include "simulator/applications/exported_config.h"
 
-#include <algorithm>
-#include <cctype>
-
-#include "platform/config_parser.h"
 #include "simulator/ini_file.h"
+#include "simulator/secret_names.h"
 
 namespace simulator {
 namespace {
-
-bool isSecretName(std::string name) {
-  std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
-  return std::any_of(std::begin(kSecretWords), std::end(kSecretWords),
-                     [&name](std::string_view word) { return name.find(word) != std::string::npos; });
-}
 
 // An address may carry a name and a password.
 bool holdsLogin(std::string_view value) {
