@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -38,12 +40,18 @@ std::string realPlace(const std::string& path) {
   return folder.empty() ? folder : folder + path.substr(slash + 1);
 }
 
-// Why a tree with this entry is refused; null when it is not.
-const char* faultOf(const fs::path& path, const struct stat& status) {
-  if (hasControlCharacter(path.filename().native())) return "a name holds control characters";
-  if (S_ISDIR(status.st_mode)) return nullptr;
-  if (!S_ISREG(status.st_mode)) return "something is neither a file nor a folder";
-  return status.st_nlink == 1 ? nullptr : "a file has several names";
+// True for a folder, and for a plain file that has this name alone.
+bool isPlain(const fs::path& path, const struct stat& status) {
+  if (hasControlCharacter(path.filename().native())) {
+    log_log(kWebLog, kLogWarning, "plainTree() a name with control characters\n");
+  } else if (!S_ISDIR(status.st_mode) && !S_ISREG(status.st_mode)) {
+    log_log(kWebLog, kLogWarning, "plainTree() neither a file nor a folder\n");
+  } else if (!S_ISDIR(status.st_mode) && status.st_nlink != 1) {
+    log_log(kWebLog, kLogWarning, "plainTree() a file with several names\n");
+  } else {
+    return true;
+  }
+  return false;
 }
 
 bool copyFile(const fs::path& from, const fs::path& to) {
@@ -83,11 +91,17 @@ bool fits(const Move& move) {
   return lstat(move.to.c_str(), &status) != 0 || S_ISREG(status.st_mode) || S_ISLNK(status.st_mode);
 }
 
-std::vector<Move> movesOf(const std::vector<TreeEntry>& tree, const std::string& stage, const std::string& target) {
+// Nothing when one of them does not fit.
+std::optional<std::vector<Move>> movesThatFit(const std::string& stage, const std::string& target) {
+  const std::optional<std::vector<TreeEntry>> tree = plainTree(stage, kNoLimits);
+  if (!tree) return std::nullopt;
   std::vector<Move> moves;
-  for (const auto& [path, isFolder] : tree) {
+  for (const auto& [path, isFolder] : *tree) {
     const std::string place = target + "/" + path;
     moves.push_back({phonePath(stage + "/" + path), isFolder ? phonePath(place) : realPlace(place), isFolder});
+    if (fits(moves.back())) continue;
+    log_log(kWebLog, kLogWarning, "fitsInPlace() %s does not fit in its place\n", path.c_str());
+    return std::nullopt;
   }
   return moves;
 }
@@ -109,6 +123,21 @@ void syncFileSystem(const std::string& path) {
   if (folder < 0) return;
   syncfs(folder);
   close(folder);
+}
+
+bool isRenamed(const std::string& from, const std::string& to) {
+  return std::rename(from.c_str(), to.c_str()) == 0;
+}
+
+// Flash file systems know no exchange: there the old folder steps aside for a moment.
+bool exchange(const std::string& from, const std::string& to) {
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE) == 0) return true;
+  if (errno == ENOENT) return isRenamed(from, to);
+  const std::string aside = from + ".old";
+  if (errno != EINVAL || !isRenamed(to, aside)) return false;
+  if (isRenamed(from, to)) return isRenamed(aside, from);
+  isRenamed(aside, to);
+  return false;
 }
 
 }  // namespace
@@ -135,21 +164,20 @@ std::optional<std::vector<TreeEntry>> plainTree(const std::string& folder, const
   std::vector<TreeEntry> tree;
   std::int64_t bytes = 0;
   std::error_code error;
-  const char* fault = nullptr;
   fs::recursive_directory_iterator entry(top, error);
   for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
     struct stat status {};
-    if (lstat(entry->path().c_str(), &status) != 0) return std::nullopt;
+    if (lstat(entry->path().c_str(), &status) != 0 || !isPlain(entry->path(), status)) return std::nullopt;
     const bool isFolder = S_ISDIR(status.st_mode);
     if (!isFolder) bytes += status.st_size;
-    fault = faultOf(entry->path(), status);
-    if (!fault && (bytes > limits.bytes || tree.size() >= limits.entries)) fault = "too much";
-    if (fault) break;
+    if (bytes > limits.bytes || tree.size() >= limits.entries) {
+      log_log(kWebLog, kLogWarning, "plainTree() %s holds too much\n", folder.c_str());
+      return std::nullopt;
+    }
     tree.push_back({entry->path().lexically_relative(top).string(), isFolder});
   }
-  if (error) fault = "it cannot be read";
-  if (!fault) return tree;
-  log_log(kWebLog, kLogWarning, "plainTree() %s: %s\n", folder.c_str(), fault);
+  if (!error) return tree;
+  log_log(kWebLog, kLogWarning, "plainTree() %s cannot be read\n", folder.c_str());
   return std::nullopt;
 }
 
@@ -158,18 +186,24 @@ bool copyPlain(const std::string& from, const std::string& to) {
   return !source.empty() && !target.empty() && copyEntry(source, target);
 }
 
+bool fitsInPlace(const std::string& stage, const std::string& target) {
+  return movesThatFit(stage, target).has_value();
+}
+
 bool moveIntoPlace(const std::string& stage, const std::string& target) {
-  const std::optional<std::vector<TreeEntry>> tree = plainTree(stage, kNoLimits);
-  if (!tree) return false;
-  const std::vector<Move> moves = movesOf(*tree, stage, target);
-  const auto misfit = std::ranges::find_if_not(moves, fits);
-  if (misfit != moves.end()) {
-    log_log(kWebLog, kLogWarning, "moveIntoPlace() what came does not fit in the place of %s\n", misfit->to.c_str());
-    return false;
-  }
+  const std::optional<std::vector<Move>> moves = movesThatFit(stage, target);
+  if (!moves) return false;
   syncFileSystem(phonePath(stage));
-  const bool done = std::ranges::all_of(moves, carryOut);
+  const bool done = std::ranges::all_of(*moves, carryOut);
   if (!done) log_log(kWebLog, kLogError, "moveIntoPlace() cannot put everything below %s\n", target.c_str());
   syncFileSystem(phonePath(target));
+  return done;
+}
+
+bool replaceFolder(const std::string& stage, const std::string& target) {
+  const std::string from = realPlace(stage), to = realPlace(target);
+  syncFileSystem(phonePath(stage));
+  const bool done = exchange(from, to);
+  if (!done) log_log(kWebLog, kLogError, "replaceFolder() %s: %s\n", target.c_str(), std::strerror(errno));
   return done;
 }

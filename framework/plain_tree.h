@@ -45,7 +45,14 @@ std::optional<std::vector<TreeEntry>> plainTree(const std::string& folder, const
 bool copyPlain(const std::string& from, const std::string& to);
 
 // Moves all that lies below `stage` to the same places below `target`, which lies in the same file system. Each file is
-// there whole at any moment, the old or the new one, and keeps the rights that the old one had; a new one keeps its own,
-// but nobody else may write it. False (logged), with nothing moved, when a folder stands in a file's place or the other
-// way round, or a folder's link leads out of the phone's tree.
+// there whole at any moment, the old or the new one, and keeps the rights that the old one had; a new one keeps its
+// own, but nobody else may write it. False (logged), with nothing moved, when it does not fit.
 bool moveIntoPlace(const std::string& stage, const std::string& target);
+
+// False (logged) when a folder stands in a file's place or the other way round, or a folder's link leads out of the
+// phone's tree.
+bool fitsInPlace(const std::string& stage, const std::string& target);
+
+// Puts the folder `stage` in the place of `target`, in the same file system, at once: at any moment one of the two is
+// there whole. What stood there lies at `stage` then. False (logged), with nothing changed, when that fails.
+bool replaceFolder(const std::string& stage, const std::string& target);

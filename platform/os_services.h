@@ -6,7 +6,8 @@
 #include <string>
 
 // Runs a command through the system shell and waits for it: its exit status, or -1 when it did not run or was ended
-// by a signal. Paths in it have passed phonePath(), and each word that is not a literal has passed shellQuote().
+// by a signal. Paths in it have passed phonePath(), and each word that is not a literal has passed shellQuote(). The
+// configuration service has read its files anew then, if they changed.
 int osShell(const std::string& command);
 
 // Sends a signal to a process. 0, or -1 on failure.

@@ -33,7 +33,7 @@ test("an update saves first; the notice waits until it has begun and is over, an
   };
   await enter(page, { AutoProvisionUser: "phone46" });
   await press(page, "Save and update now");
-  await page.getByText("The phone is fetching its settings").waitFor();
+  await page.getByText("The phone is updating its settings").waitFor();
   await phone.assertStored({ AutoProvisionUser: "phone46" });
   await look();
   await page.getByText(/Waiting for the phone: [3-9] s/).waitFor();  // the run is still to begin

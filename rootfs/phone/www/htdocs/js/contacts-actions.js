@@ -2,7 +2,8 @@
 import { t } from "./i18n.js";
 import { everybody, groups, leaveTo, loadPage, Refusal, send, titleOf } from "./contacts-phone.js";
 import { byPage, chosen } from "./contacts-list.js";
-import { askFirst, attempt, listOf } from "./contacts-dialog.js";
+import { askFirst, listOf } from "./question.js";
+import { attempt } from "./ask.js";
 import { isSearching, searchAgain } from "./contacts-search.js";
 import { message } from "./message.js";
 

@@ -2,7 +2,7 @@
 import { tidyNumber } from "./checks.js";
 import { t } from "./i18n.js";
 import { blacklist, everybody, leaveTo, loadPage, pageOf, Refusal, rowsPerPage, send } from "./contacts-phone.js";
-import { openDialog, prepareDialog, setField } from "./contacts-dialog.js";
+import { openDialog, prepareDialog, setField } from "./form-dialog.js";
 import { preparePhoto, resetPhoto, uploadChosen } from "./contacts-photo.js";
 import { isSearching, searchAgain } from "./contacts-search.js";
 import { message } from "./message.js";

@@ -1,7 +1,8 @@
 // Groups: added, renamed, given a ring, deleted.
 import { t } from "./i18n.js";
 import { blacklist, everybody, groups, leaveTo, send, titleOf } from "./contacts-phone.js";
-import { askFirst, listOf, openDialog, prepareDialog, setField } from "./contacts-dialog.js";
+import { askFirst, listOf } from "./question.js";
+import { openDialog, prepareDialog, setField } from "./form-dialog.js";
 import { runInPage } from "./contacts-actions.js";
 
 const dialog = document.getElementById("group");

@@ -1,7 +1,8 @@
 // An XML file is compared with the phone's directory before it takes its place.
 import { t } from "./i18n.js";
 import { everybody, groups, leaveTo, loadDirectory, send, titleOf } from "./contacts-phone.js";
-import { askFirst, attempt, foldedList, listOf, show } from "./contacts-dialog.js";
+import { askFirst, foldedList, listOf } from "./question.js";
+import { attempt, show } from "./ask.js";
 import { compare, parseDirectory } from "./contacts-xml.js";
 
 const form = document.getElementById("import-xml");

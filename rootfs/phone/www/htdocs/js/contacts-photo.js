@@ -1,7 +1,8 @@
 // The photo of a contact: shown as the phone does, taken to the phone and deleted without leaving the dialog.
 import { t } from "./i18n.js";
 import { choicesOf, photoAddress, Refusal, send, standard } from "./contacts-phone.js";
-import { askFirst, attempt, show } from "./contacts-dialog.js";
+import { askFirst } from "./question.js";
+import { attempt, show } from "./ask.js";
 import { pictureFault, pictureName, previewOn } from "./picture.js";
 
 const own = "Config:";

@@ -2,7 +2,7 @@
 import { t } from "./i18n.js";
 import { loadDirectory, membersOf, Refusal } from "./contacts-phone.js";
 import { showContacts } from "./contacts-list.js";
-import { show } from "./contacts-dialog.js";
+import { show } from "./ask.js";
 
 const pause = 150;   // milliseconds after a key before the search begins
 const portion = 50;  // hits that are shown at once

@@ -5,7 +5,7 @@ window.phoneLanguage = {
   texts: {
     "Account%d": "Account %d",
     "Call Info": "Call information",
-    "Configuration updating ...": "The phone is fetching its settings, please wait…",
+    "Configuration updating ...": "The phone is updating its settings, please wait…",
     "Disp Code": "Disposition code",
     "Error: Write dsskey config error!": "The phone could not restore the keys.",
     "Error:Item is wrong!": "This account is no longer there, or something is missing.",
@@ -103,5 +103,10 @@ window.phoneLanguage = {
     "Error:The message is too long!": "The message is too long with its address.",
     "Error:The message holds control characters!": "The message holds characters that cannot be sent.",
     "Error:The message was not sent!": "The phone could not send the message.",
+    "Error:Import config error!": "The phone took nothing of this file: it is no archive of a configuration, or there is not enough space left.",
+    "Failed": "The phone is not ready for this. Please try again.",
+    "Success:Import your factory config OK!": "Your own factory settings have been stored.",
+    "Success:Delete user factory config OK!": "Your own factory settings have been deleted.",
+    "Error:User factory config doesn't exist!": "There are no factory settings of your own.",
   },
 };

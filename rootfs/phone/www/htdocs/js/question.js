@@ -1,12 +1,9 @@
-// Dialogs of the contacts page: a question that names what it is about, and its forms.
+// A question in a dialog (QUESTION_DIALOG) that shows what it is about: longer lists are folded.
 import { t } from "./i18n.js";
-
-export { attempt, show } from "./ask.js";
-export { openDialog, prepareDialog, setField } from "./form-dialog.js";
 
 const listed = 100;  // of a longer list, this many names are shown
 
-const element = (tag, text, children = []) => {
+export const element = (tag, text, children = []) => {
   const made = document.createElement(tag);
   if (text) made.textContent = text;
   made.append(...children);
