@@ -44,7 +44,7 @@ void Phone::comeUp() {
 void Phone::reboot(std::string reason) {
   systemCall("reboot", std::move(reason));
   ensureDeviceCertificate(state.mac);
-  if (state.rebootSeconds <= 0) return;
+  if (state.rebootSeconds <= 0) return directory.load();
   rebootEnd = (Clock::now() + std::chrono::seconds(state.rebootSeconds)).time_since_epoch().count();
   ++reboots;
   comeUp();
