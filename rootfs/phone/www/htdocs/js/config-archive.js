@@ -65,8 +65,8 @@ export function readArchive(bytes) {
 
 const isSame = (one, other) => one.length === other.length && one.every((byte, index) => byte === other[index]);
 
-// The settings that differ: {file, section, key, from, to, secret}; a side that has no such setting is undefined there,
-// and one of a secret is null.
+// The settings that differ: {file, section, key, from, to}; a side is undefined where it has no such setting, and null
+// where it holds a secret.
 function differences(file, from, to) {
   const [before, after] = [from, to].map((bytes) => readIni(decoder.decode(bytes)));
   const changes = [];
@@ -75,7 +75,7 @@ function differences(file, from, to) {
     if (old === fresh) continue;
     const secret = isSecret(key);
     const shown = (value) => secret && value ? null : value;
-    changes.push({ file, section, key, from: shown(old), to: shown(fresh), secret });
+    changes.push({ file, section, key, from: shown(old), to: shown(fresh) });
   }
   return changes;
 }

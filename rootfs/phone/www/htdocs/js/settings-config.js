@@ -46,16 +46,14 @@ function nameOf({ file, section, key }) {
   return [file === "global.ini" || account !== undefined ? "" : file, file === "global.ini" ? "" : place, key].filter(Boolean).join(" › ");
 }
 
+// A value of null stands for a secret.
 function changeOf(change) {
-  if (change.secret) {
-    const becomes = change.to === null ? t("another secret") : t("deleted");
-    return `${nameOf(change)}: ${change.from === null ? becomes : t("a secret is set")}`;
-  }
-  const shown = (value) => value === undefined ? t("default") : value || t("empty");
+  if (change.from === null && change.to === null) return `${nameOf(change)}: ${t("another secret")}`;
+  const shown = (value) => value === undefined ? t("default") : value === null ? t("a secret") : value || t("empty");
   return `${nameOf(change)}: ${shown(change.from)} → ${shown(change.to)}`;
 }
 
-const lists = (...rows) => rows.filter(([, texts]) => texts.length).map(([title, texts]) => foldedList(title, texts));
+const lists = (...rows) => rows.filter(([, texts]) => texts.length).map(([title, texts]) => foldedList(title, [...texts].sort()));
 
 const secretNames = (files) => secretsOf(files).map(([file, section, key]) => key ? nameOf({ file, section, key }) : file);
 
