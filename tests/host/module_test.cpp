@@ -1,6 +1,7 @@
 // The real page handlers in the real server: what each alone cannot show.
 #include "host/module.h"
 
+#include "platform/named_lock.h"
 #include "simulator/simulator.h"
 #include "tests/host/host_test.h"
 
@@ -72,6 +73,19 @@ TEST_F(ModuleTest, KeepsAPersonsSessionWhoeverElseComes) {
   EXPECT_EQ(get("/servlet?p=status&q=load", cookie).status, 200);
   EXPECT_EQ(get("/servlet?", cookie).header("location"), "/servlet?p=status&q=load");
   EXPECT_EQ(get("/servlet?").header("location"), "/servlet?p=login&q=loginForm&jumpto=URI&");
+}
+
+TEST_F(ModuleTest, ServesOthersWhileAnExportWaitsForItsLock) {
+  const Reply login = post("/servlet?p=login&q=login", kForm, "username=admin&pwd=admin&jumpto=status");
+  const std::string cookie = "Cookie: " + login.header("set-cookie").substr(0, 45) + "\r\n";
+  ETL_BaseHelper::chMutex lock;
+  ASSERT_TRUE(lock.OpenMutex("WRLockiniFileName") && lock.Lock(0));
+  Client waiting(server_->port());
+  waiting.send(head("GET", "/servlet?p=settings-config&q=export", cookie));
+  for (int i = 0; i < 20; ++i) EXPECT_EQ(get("/css/style.css").status, 200);
+  EXPECT_FALSE(server_->stop(std::chrono::milliseconds(20))) << "the export waits, and who ends the program is told";
+  lock.Unlock();
+  EXPECT_TRUE(server_->stop());
 }
 
 }  // namespace

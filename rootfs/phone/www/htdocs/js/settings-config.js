@@ -82,6 +82,7 @@ const reviews = {
       [t("Files that stay as they are"), [...changes.same, ...changes.kept]],
       [t("Not used by this phone"), strangersIn(files)],
     );
+    if (parts.length) parts[0].open = true;
     const isSame = !changes.added.length && !changes.changed.length;
     return askFirst({
       title: t("Import %1?", file.name),
