@@ -18,6 +18,9 @@ inline void require(bool holds, std::string_view what) {
 // The folder that stands for the phone's root. The first call makes the phone.
 const std::filesystem::path& fuzzedPhone();
 
+// Commands are looked at only, unless a program asks for more.
+inline bool fuzzedCommandsRun = false;
+
 // Brings the phone back to what it is when it is delivered.
 void resetFuzzedPhone();
 
