@@ -127,6 +127,23 @@ void contactsPage(benchmark::State& state) {
   load(state, "contactsbasic", {{"num", std::to_string(count / 20)}, {"group", "0"}});
 }
 
+// The configuration of a phone with so many contacts, as an archive.
+void exportConfig(benchmark::State& state) {
+  writePhoneFile("config/data/contact_list.xml",
+                 "<root_contact>" +
+                     numberedRows("<contact display_name=\"Contact ", "\" office_number=\"", "\"/>",
+                                  static_cast<int>(state.range(0))) +
+                     "</root_contact>");
+  HttpServlet& page = pageHandler("settings-config");
+  for (auto _ : state) {
+    const TemplateArena arena;
+    FakeRequest request = requestFor("export", {});
+    request.session = &request.ownSession;
+    NullResponse response;
+    page.onRequest(&request, &response);
+  }
+}
+
 // A CSV file of so many contacts: shown, then imported in place of the directory.
 void importContacts(benchmark::State& state) {
   const std::string text = numberedRows("Contact ", ",", ",,,-1,Auto,Sales,Default:default_contact_image.png,\n",
@@ -196,6 +213,7 @@ int main(int argc, char** argv) {
   add("settings-areacode", {}, "AreaCode");
   add("settings-autop", {{"now", "false"}}, "AutoProvisionUser");
   add("settings-tr069", {}, "TR069ServerURL");
+  add("settings-config", {}, "SyslogServerName");
   add("settings-softkey", {{"selectSoftKeys", "Send,Delete"}, {"unSelectSoftKeys", "Empty,Line"}},
       "CustomSoftkeySwitch");
   add("contacts-favorite", {{"enabled", "history"}, {"searchenabled", "ldap_search"}}, "FeaturesRecentCallEnable");
@@ -215,6 +233,7 @@ int main(int argc, char** argv) {
   }
   add("dsskey", keys, "memValue_39");
   benchmark::RegisterBenchmark("load/contactsbasic", contactsPage)->Arg(10)->Arg(10000);
+  benchmark::RegisterBenchmark("export/settings-config", exportConfig)->Arg(10)->Arg(10000)->UseRealTime();
   benchmark::RegisterBenchmark("import/contacts-preview", importContacts)->Arg(1000)->Arg(10000);
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
