@@ -113,13 +113,13 @@ test("what the phone would refuse is told in the browser, and the phone agrees",
   await phone.state({ talking: false });
 });
 
-test("own factory settings are stored, shown with their date, and deleted after a question", async () => {
+test("custom factory settings are stored, shown with their date, and deleted after a question", async () => {
   const page = await phone.openAs("admin", "settings-config");
   const { title, lists } = await review(page, "FactoryConfig", archive("mine.bin", { "factory/global.ini": "AreaCode=1\nLDAPPassword=x\n" }), "Continue");
   assert.equal(title, "Store mine.bin?");
   assert.deepEqual(lists["Passwords and keys: 1"], ["LDAPPassword"]);
   await page.locator("#question-yes").click();
-  await page.getByText("Your own factory settings have been stored.").waitFor();
+  await page.getByText("The custom factory settings have been stored.").waitFor();
   assert.ok(existsSync(inPhone("data/customfactory/global.ini")));
   await phone.go(page, "settings-config");
   assert.match(await page.textContent("#delete-factory output"), /\d\d:\d\d/);
@@ -127,8 +127,8 @@ test("own factory settings are stored, shown with their date, and deleted after 
   await press(page, "Delete");
   assert.ok(existsSync(inPhone("data/customfactory")));
   await press(page, "Delete");
-  await page.getByText("Your own factory settings have been deleted.").waitFor();
-  assert.deepEqual(questions, Array(2).fill("Delete your own factory settings from the phone?"));
+  await page.getByText("The custom factory settings have been deleted.").waitFor();
+  assert.deepEqual(questions, Array(2).fill("Delete the custom factory settings from the phone?"));
 });
 
 test("the log's settings are saved; the page fits a telephone's screen", async () => {

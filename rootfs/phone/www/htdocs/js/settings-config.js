@@ -167,5 +167,5 @@ button.addEventListener("click", () => attempt(button, document.getElementById("
 
 for (const form of document.querySelectorAll("form[enctype]")) prepareUpload(form);
 document.getElementById("delete-factory")?.addEventListener("submit", (event) => {
-  if (!confirm(t("Delete your own factory settings from the phone?"))) event.preventDefault();
+  if (!confirm(t("Delete the custom factory settings from the phone?"))) event.preventDefault();
 });

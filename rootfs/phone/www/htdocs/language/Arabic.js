@@ -446,6 +446,7 @@ window.phoneLanguage = {
     "Import": "استيراد",
     "Compare": "مقارنة",
     "Continue": "متابعة",
+    "Custom factory settings": "إعدادات مصنع خاصة",
     "Configuration": "التكوين",
     "Error:Import config error!": "لم يأخذ الهاتف شيئًا من هذا الملف: ليس أرشيف تكوين، أو لا توجد مساحة كافية.",
     "Failed": "الهاتف غير جاهز لذلك. يرجى المحاولة مرة أخرى.",

@@ -105,8 +105,8 @@ window.phoneLanguage = {
     "Error:The message was not sent!": "The phone could not send the message.",
     "Error:Import config error!": "The phone took nothing of this file: it is no archive of a configuration, or there is not enough space left.",
     "Failed": "The phone is not ready for this. Please try again.",
-    "Success:Import your factory config OK!": "Your own factory settings have been stored.",
-    "Success:Delete user factory config OK!": "Your own factory settings have been deleted.",
-    "Error:User factory config doesn't exist!": "There are no factory settings of your own.",
+    "Success:Import your factory config OK!": "The custom factory settings have been stored.",
+    "Success:Delete user factory config OK!": "The custom factory settings have been deleted.",
+    "Error:User factory config doesn't exist!": "There are no custom factory settings.",
   },
 };

@@ -446,6 +446,7 @@ window.phoneLanguage = {
     "Import": "Importieren",
     "Compare": "Vergleichen",
     "Continue": "Weiter",
+    "Custom factory settings": "Eigene Werkseinstellungen",
     "Configuration": "Konfiguration",
     "Error:Import config error!": "Das Telefon hat nichts von dieser Datei übernommen: Sie ist kein Archiv einer Konfiguration, oder es ist nicht genug Platz.",
     "Failed": "Das Telefon ist dafür nicht bereit. Bitte versuchen Sie es noch einmal.",

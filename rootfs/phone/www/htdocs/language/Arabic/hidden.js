@@ -12,7 +12,6 @@ export default {
   "Call server features": "ميزات خادم المكالمات",
   "The phone uses the extended features of its call server. Saved only with a restart.": "يستخدم الهاتف الميزات الموسعة لخادم المكالمات. لا تُحفظ إلا مع إعادة التشغيل.",
   "Locked functions": "الوظائف المقفلة",
-  "Custom factory settings": "إعدادات مصنع خاصة",
   "A reset restores the operator's settings instead of the factory's.": "تستعيد إعادة الضبط إعدادات المشغِّل بدل إعدادات المصنع.",
   "Forbid do not disturb": "منع عدم الإزعاج",
   "Nobody can switch on do not disturb on the phone.": "لا يستطيع أحد تشغيل عدم الإزعاج من الهاتف.",

@@ -356,7 +356,6 @@ export default {
   "Passwords are left out of the settings.": "كلمات المرور ليست ضمن الإعدادات.",
   "Passwords are in the file, too.": "كلمات المرور أيضًا في الملف.",
   "A file that a phone exported. You see first what it would change; then the phone restarts.": "ملف صدّره هاتف. ترى أولًا ما سيتغير، ثم يعاد تشغيل الهاتف.",
-  "Own factory settings": "إعدادات المصنع الخاصة",
   "What a factory reset restores in place of the delivered settings.": "ما تستعيده إعادة ضبط المصنع بدلًا من الإعدادات الأصلية.",
   "Stored": "المحفوظ",
   "None. A reset restores the delivered settings.": "لا شيء. إعادة الضبط تستعيد الإعدادات الأصلية.",
@@ -410,5 +409,5 @@ export default {
   "Download the configuration?": "تنزيل التكوين؟",
   "The file holds %1 settings, and passwords and keys among them. Keep it where nobody else can read it.": "يحتوي الملف على %1 من الإعدادات، وبينها كلمات مرور ومفاتيح. احفظه حيث لا يستطيع غيرك قراءته.",
   "The file holds %1 settings, and no passwords or keys.": "يحتوي الملف على %1 من الإعدادات دون كلمات مرور أو مفاتيح.",
-  "Delete your own factory settings from the phone?": "حذف إعدادات المصنع الخاصة من الهاتف؟",
+  "Delete the custom factory settings from the phone?": "حذف إعدادات المصنع الخاصة من الهاتف؟",
 };

@@ -12,7 +12,6 @@ export default {
   "Call server features": "Funktionen des Anrufservers",
   "The phone uses the extended features of its call server. Saved only with a restart.": "Das Telefon benutzt die erweiterten Funktionen seines Anrufservers. Wird nur mit einem Neustart gespeichert.",
   "Locked functions": "Gesperrte Funktionen",
-  "Custom factory settings": "Eigene Werkseinstellungen",
   "A reset restores the operator's settings instead of the factory's.": "Ein Zurücksetzen stellt die Einstellungen des Betreibers statt der des Werks her.",
   "Forbid do not disturb": "Nicht stören verbieten",
   "Nobody can switch on do not disturb on the phone.": "Niemand kann am Telefon Nicht stören einschalten.",

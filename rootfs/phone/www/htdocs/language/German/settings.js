@@ -356,7 +356,6 @@ export default {
   "Passwords are left out of the settings.": "Passwörter fehlen in den Einstellungen.",
   "Passwords are in the file, too.": "Auch Passwörter stehen in der Datei.",
   "A file that a phone exported. You see first what it would change; then the phone restarts.": "Eine Datei, die ein Telefon exportiert hat. Sie sehen zuerst, was sich ändern würde; danach startet das Telefon neu.",
-  "Own factory settings": "Eigene Werkseinstellungen",
   "What a factory reset restores in place of the delivered settings.": "Was ein Zurücksetzen anstelle der gelieferten Einstellungen wiederherstellt.",
   "Stored": "Gespeichert",
   "None. A reset restores the delivered settings.": "Keine. Ein Zurücksetzen stellt die gelieferten Einstellungen wieder her.",
@@ -410,5 +409,5 @@ export default {
   "Download the configuration?": "Konfiguration herunterladen?",
   "The file holds %1 settings, and passwords and keys among them. Keep it where nobody else can read it.": "Die Datei enthält %1 Einstellungen, darunter Passwörter und Schlüssel. Bewahren Sie sie dort auf, wo niemand sonst sie lesen kann.",
   "The file holds %1 settings, and no passwords or keys.": "Die Datei enthält %1 Einstellungen und keine Passwörter oder Schlüssel.",
-  "Delete your own factory settings from the phone?": "Die eigenen Werkseinstellungen vom Telefon löschen?",
+  "Delete the custom factory settings from the phone?": "Die eigenen Werkseinstellungen vom Telefon löschen?",
 };
