@@ -219,6 +219,7 @@ export default {
 
   // Dial-now rules
   "Dial-now rules": "قواعد الطلب الفوري",
+  "Numbers": "الأرقام",
   "Numbers that the phone dials as soon as they are complete.": "أرقام يطلبها الهاتف حالما تكتمل.",
   "When the number that is being typed fits a rule, it is dialled without the send key.": "إذا طابق الرقم أثناء كتابته قاعدةً طُلب من دون مفتاح الإرسال.",
   "The complete number, such as 112, xxx or [2-8]xx.": "الرقم كاملًا، مثل 112 أو xxx أو [2-8]xx.",

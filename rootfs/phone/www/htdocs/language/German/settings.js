@@ -219,6 +219,7 @@ export default {
 
   // Dial-now rules
   "Dial-now rules": "Sofortwahlregeln",
+  "Numbers": "Nummern",
   "Numbers that the phone dials as soon as they are complete.": "Nummern, die das Telefon wählt, sobald sie vollständig sind.",
   "When the number that is being typed fits a rule, it is dialled without the send key.": "Passt die Nummer während der Eingabe zu einer Regel, wird sie ohne die Sendetaste gewählt.",
   "The complete number, such as 112, xxx or [2-8]xx.": "Die vollständige Nummer, etwa 112, xxx oder [2-8]xx.",
