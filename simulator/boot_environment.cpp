@@ -15,6 +15,7 @@ void userenv_get(const char* name, char* value, std::size_t size) {
 bool userenv_set(const char* name, const char* value) {
   if (name == nullptr || value == nullptr || *name == '\0') return false;
   const std::lock_guard lock(phone().mutex);
+  if (phone().state.bootEnvironmentLocked) return false;
   phone().state.bootEnvironment[name] = value;
   return true;
 }

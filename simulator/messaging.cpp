@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "simulator/applications/applications.h"
+#include "simulator/applications/capture_service.h"
 #include "simulator/phone.h"
 
 struct MessageThread {
@@ -43,6 +44,7 @@ int deliver(JournalEntry entry) {
   if (entry.kind == Kind::kSend) entry.answer = simulator::answerOf(phone, entry);
   if (entry.kind == Kind::kPost && simulator::givenAnswer(phone, entry) == kMessageNoAnswer) entry.answer = -1;
   phone.journal.add(entry);
+  simulator::captureMessage(phone, entry);
   simulator::react(phone, entry);
   return entry.answer;
 }

@@ -13,6 +13,7 @@
 #include "platform/log.h"
 #include "platform/phone_root.h"
 #include "simulator/phone.h"
+#include "simulator/processes.h"
 
 using simulator::phone;
 
@@ -91,6 +92,7 @@ int osShell(const std::string& command) {
 
 int osKill(int process, int signal) {
   journal("kill", "process " + std::to_string(process) + ", signal " + std::to_string(signal));
+  simulator::endProcess(process);
   return 0;
 }
 

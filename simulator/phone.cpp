@@ -6,6 +6,9 @@
 #include <utility>
 
 #include "platform/web_debug.h"
+#include "simulator/processes.h"
+#include "simulator/root_setup.h"
+#include "simulator/runtime_files.h"
 #include "simulator/shared_texts.h"
 #include "simulator/simulator.h"
 #include "simulator/web_certificate.h"
@@ -17,6 +20,13 @@ using Clock = std::chrono::steady_clock;
 
 std::atomic<Clock::rep> rebootEnd{0};
 std::atomic<std::uint64_t> reboots{0};
+
+constexpr char kBootMode[] = "BOOTMODE";
+
+bool isSafeMode(const DeviceState& state) {
+  const auto mode = state.bootEnvironment.find(kBootMode);
+  return mode != state.bootEnvironment.end() && mode->second == "safemode";
+}
 
 }  // namespace
 
@@ -31,23 +41,44 @@ void Phone::systemCall(const char* call, std::string text) {
 
 std::optional<std::string> Phone::patchState(const std::string& patch) {
   const nlohmann::json parsed = nlohmann::json::parse(patch, nullptr, false);
-  return parsed.is_discarded() ? "the state is not JSON" : state.patch(parsed, config);
+  if (parsed.is_discarded()) return "the state is not JSON";
+  const std::string mac = state.mac;
+  const std::optional<std::string> error = state.patch(parsed, config);
+  if (state.mac != mac) writeMacFile(state.mac);
+  return error;
 }
 
 void Phone::comeUp() {
   config.load();
   directory.load();
   running = {};
+  running.safeMode = isSafeMode(state);
   state.bringUp(config);
+  startProcesses();
+  writeMacFile(state.mac);
+  writeStartLine("The phone is up with firmware " + config.get("PhoneFirmware") + ".");
 }
 
 void Phone::reboot(std::string reason) {
   systemCall("reboot", std::move(reason));
   ensureDeviceCertificate(state.mac);
-  if (state.rebootSeconds <= 0) return directory.load();
+  if (state.rebootSeconds <= 0) {
+    directory.load();
+    return startProcesses();
+  }
+  if (running.safeMode) state.bootEnvironment.erase(kBootMode);
   rebootEnd = (Clock::now() + std::chrono::seconds(state.rebootSeconds)).time_since_epoch().count();
   ++reboots;
   comeUp();
+}
+
+void Phone::resetToFactory() {
+  const bool custom = config.get("FactoryConfigCustomEnabled") == "1";
+  if (resetConfig(root, custom) || (custom && resetConfig(root, false))) {
+    config.load();
+    directory.load();
+  }
+  reboot("factory reset");
 }
 
 std::optional<std::string> start(const std::filesystem::path& root, const std::string& state) {

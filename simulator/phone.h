@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -19,6 +20,9 @@ namespace simulator {
 struct Running {
   std::chrono::steady_clock::time_point provisioningEnd;  // of the last run
   std::optional<std::chrono::steady_clock::time_point> directoriesFetched;
+  std::optional<std::string> capture;  // the packets of the last one, as they stand in its file
+  std::uint64_t capturedPackets = 0;
+  bool safeMode = false;
 };
 
 // What the certificate library was told: paths of the phone, empty ones until then.
@@ -50,7 +54,10 @@ struct Phone {
   // up.
   void comeUp();
   // `reason` is the text of the journal entry.
+  // Safe mode lasts for one run of the phone: the next reboot ends it.
   void reboot(std::string reason);
+  // Makes the configuration anew and reboots.
+  void resetToFactory();
 };
 
 Phone& phone();

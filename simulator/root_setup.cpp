@@ -1,9 +1,14 @@
+#include "simulator/root_setup.h"
+
+#include <fcntl.h>
+
 #include <algorithm>
-#include <filesystem>
+#include <cstdio>
 #include <stdexcept>
 #include <string>
 #include <system_error>
 
+#include "platform/log.h"
 #include "simulator/simulator.h"
 
 namespace simulator {
@@ -11,10 +16,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int kLogModule = 2;
+
 // Folders in which a tree or "/config" is put together before it is renamed into place. One that is still there
 // belongs to a fill that was cut short.
 constexpr char kTreeStage[] = ".fill";
 constexpr char kConfigStage[] = ".config";
+
+// Of the phone itself, in place of the delivered defaults.
+constexpr char kCustomFactory[] = "data/customfactory";
 
 // Names of "/phone/factory" that have no namesake under "/config".
 constexpr std::string_view kFactoryOnly[] = {"hostapp"};
@@ -22,7 +32,7 @@ constexpr std::string_view kFactoryOnly[] = {"hostapp"};
 constexpr const char* kRuntimeFolders[] = {
     "tmp",
     "dev",
-    "proc",
+    "proc/keypad",
     "config/Pics",
     "config/certs/phonedev",
     "config/data",
@@ -82,17 +92,46 @@ bool hasNamesakeInConfig(const fs::directory_entry& entry) {
          std::find(std::begin(kFactoryOnly), std::end(kFactoryOnly), name) == std::end(kFactoryOnly);
 }
 
-void fillConfig(const fs::path& root) {
+// Puts a new "/config" together beside the place of it.
+fs::path stageConfig(const fs::path& root) {
   const fs::path factory = root / "phone/factory", stage = root / kConfigStage;
   fs::remove_all(stage);
-  if (fs::exists(root / "config")) return;
   fs::create_directory(stage);
-  if (fs::is_directory(factory)) {
-    for (const auto& entry : fs::directory_iterator(factory)) {
-      if (hasNamesakeInConfig(entry)) copyTree(entry.path(), stage / entry.path().filename());
-    }
+  if (!fs::is_directory(factory)) return stage;
+  for (const auto& entry : fs::directory_iterator(factory)) {
+    if (hasNamesakeInConfig(entry)) copyTree(entry.path(), stage / entry.path().filename());
   }
-  fs::rename(stage, root / "config");
+  return stage;
+}
+
+void fillConfig(const fs::path& root) {
+  if (fs::exists(root / "config")) {
+    fs::remove_all(root / kConfigStage);
+  } else {
+    fs::rename(stageConfig(root), root / "config");
+  }
+}
+
+void makeRuntimeFolders(const fs::path& root) {
+  for (const char* folder : kRuntimeFolders) fs::create_directories(root / folder);
+}
+
+// Files came from an archive that somebody brought: links among them are left out.
+void addCustomFactory(const fs::path& root, const fs::path& stage) {
+  const fs::path custom = root / kCustomFactory;
+  if (fs::symlink_status(custom).type() != fs::file_type::directory) return;
+  fs::copy(custom, stage,
+           fs::copy_options::recursive | fs::copy_options::overwrite_existing | fs::copy_options::skip_symlinks);
+}
+
+// Both names change at once where the file system can do that.
+void exchange(const fs::path& one, const fs::path& other) {
+  if (::renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE) == 0) return;
+  const fs::path aside = one.string() + ".old";
+  fs::remove_all(aside);
+  fs::rename(other, aside);
+  fs::rename(one, other);
+  fs::rename(aside, one);
 }
 
 }  // namespace
@@ -103,9 +142,23 @@ void prepareRoot(const fs::path& root, const fs::path& rootfs) {
     if (needsFill(root)) fillTree(root, rootfs);
     requireTree(root);
     fillConfig(root);
-    for (const char* folder : kRuntimeFolders) fs::create_directories(root / folder);
+    makeRuntimeFolders(root);
   } catch (const fs::filesystem_error& error) {
     throw std::runtime_error("cannot prepare the phone's tree: " + std::string(error.what()));
+  }
+}
+
+bool resetConfig(const fs::path& root, bool custom) {
+  try {
+    const fs::path stage = stageConfig(root);
+    if (custom) addCustomFactory(root, stage);
+    exchange(stage, root / "config");
+    fs::remove_all(stage);
+    makeRuntimeFolders(root);
+    return true;
+  } catch (const fs::filesystem_error& error) {
+    log_log(kLogModule, kLogError, "factory reset: %s\n", error.what());
+    return false;
   }
 }
 

@@ -29,6 +29,8 @@ struct Application {
 // Those that do something with messages, a file each.
 extern const Application phoneApplication;
 extern const Application provisioningService;
+extern const Application captureService;
+extern const Application upgradeManager;
 
 // "app_hostapp 0x30007", as the state's "answers" name a message and the journal the reason of a reboot.
 std::string messageName(const JournalEntry& message);

@@ -12,13 +12,11 @@ namespace {
 
 // Applications that only take messages. One that gets something to do moves to a file of its own.
 constexpr Application kScreen{kScreenApplication};
-constexpr Application kCapture{kCaptureService};
-constexpr Application kUpgrade{kUpgradeManager};
 constexpr Application kBluetooth{kBluetoothService};
 constexpr Application kSipClients{.name = kSipClient, .threads = kAccountCount};
 
 constexpr const Application* kApplications[] = {
-    &phoneApplication, &provisioningService, &kScreen, &kCapture, &kUpgrade, &kBluetooth, &kSipClients,
+    &phoneApplication, &provisioningService, &captureService, &upgradeManager, &kScreen, &kBluetooth, &kSipClients,
 };
 
 struct Thread {

@@ -124,6 +124,10 @@ constexpr MessageHandler kMessages[] = {
     {.message = kMakeCall, .answer = dials, .react = dial},
 };
 
+void resetToFactory(Phone& phone, const JournalEntry&) {
+  phone.resetToFactory();
+}
+
 void reload(Phone& phone, const JournalEntry& message) {
   switch (static_cast<ConfigArea>(message.wParam)) {
     case ConfigArea::kAccount:
@@ -141,6 +145,7 @@ void reload(Phone& phone, const JournalEntry& message) {
 
 constexpr MessageHandler kBroadcasts[] = {
     {.message = kConfigChanged, .react = reload},
+    {.message = kFactoryReset, .react = resetToFactory},
 };
 
 }  // namespace

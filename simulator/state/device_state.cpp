@@ -25,6 +25,7 @@ std::string sipServer(const ConfigStore& config, int account) {
 
 void DeviceState::bringUp(const ConfigStore& config) {
   talking = false;
+  capturing = false;
   registration.assign(kAccountCount, kDisabled);
   for (int account = 0; account < kAccountCount; ++account) registerAccount(config, account);
   network.bringUp(config);

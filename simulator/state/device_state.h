@@ -48,6 +48,9 @@ struct DeviceState {
   NetworkInterface network;
   std::vector<ExpansionModule> expansionModules;
   std::map<std::string, std::string> bootEnvironment;
+  bool bootEnvironmentLocked = false;  // no variable can be set
+  bool upgrading = false;
+  bool capturing = false;
   std::int64_t clockOffset = 0;  // seconds
   int rebootSeconds = 0;
   std::map<std::string, int> answers;  // by "THREAD 0xMESSAGE"

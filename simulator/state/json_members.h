@@ -75,6 +75,17 @@ constexpr Member<Owner<kField>> field(const char* name) {
           resetField<kField>};
 }
 
+// A member that is shown only. A patch may hold it as it is, so that a state can be given back whole.
+template <auto kField>
+constexpr Member<Owner<kField>> shown(const char* name) {
+  using Object = Owner<kField>;
+  return {name, [](const Object& object) { return nlohmann::ordered_json(object.*kField); },
+          [](const nlohmann::json& value, const std::string& path, Object& object, const Object*) {
+            return value == nlohmann::json(object.*kField) ? Error() : wrongType(path, "left as it is");
+          },
+          [](Object&, const Object&) {}};
+}
+
 // A member that is an object with the members `kMembers`.
 template <auto kField, const auto& kMembers>
 constexpr Member<Owner<kField>> object(const char* name) {

@@ -141,6 +141,9 @@ constexpr Member<DeviceState> kMembers[] = {
     field<&DeviceState::networkDirectories, readDirectoryNames>("networkDirectories"),
     field<&DeviceState::networkDirectoryError, readText>("networkDirectoryError"),
     field<&DeviceState::missingApplications, readThreads>("missingApplications"),
+    field<&DeviceState::bootEnvironmentLocked, readBool>("bootEnvironmentLocked"),
+    field<&DeviceState::upgrading, readBool>("upgrading"),
+    shown<&DeviceState::capturing>("capturing"),
 };
 
 }  // namespace
