@@ -37,6 +37,10 @@ ShellCommand& ShellCommand::allIn(std::string_view folder) {
   return add(mapped(folder) + (folder.ends_with('/') ? "*" : "/*"));
 }
 
+ShellCommand& ShellCommand::into(std::string_view file) {
+  return add("> " + mapped(file));
+}
+
 ShellCommand& ShellCommand::in(std::string_view folder) {
   folder_ = mapped(folder);
   return *this;

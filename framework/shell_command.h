@@ -15,6 +15,8 @@ class ShellCommand {
   ShellCommand& path(std::string_view path);
   // All that lies in the folder but dot files; the pattern itself when there is nothing.
   ShellCommand& allIn(std::string_view folder);
+  // Writes what the program prints to that file.
+  ShellCommand& into(std::string_view file);
   // Runs the program in that folder.
   ShellCommand& in(std::string_view folder);
 

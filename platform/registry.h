@@ -44,5 +44,8 @@ class RegistryBatch {
   bool isOutermost_;
 };
 
+// Has all that was flushed, by whatever handle, outlast an end of the phone at once.
+void etlRegFlushAllFile();
+
 // The names of the file's sections, in its order. False when the file cannot be read.
 bool registrySections(const char* file, std::vector<std::string>& names);

@@ -55,6 +55,7 @@ void Phone::comeUp() {
   running.safeMode = isSafeMode(state);
   state.bringUp(config);
   startProcesses();
+  removeUnfinishedImage();
   writeMacFile(state.mac);
   writeStartLine("The phone is up with firmware " + config.get("PhoneFirmware") + ".");
 }

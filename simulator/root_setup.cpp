@@ -30,7 +30,7 @@ constexpr char kCustomFactory[] = "data/customfactory";
 constexpr std::string_view kFactoryOnly[] = {"hostapp"};
 
 constexpr const char* kRuntimeFolders[] = {
-    "tmp",
+    "tmp/log",
     "dev",
     "proc/keypad",
     "config/Pics",

@@ -2,15 +2,17 @@
 
 #include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "platform/phone_root.h"
-#include "simulator/files.h"
 
 namespace simulator {
 namespace {
 
 constexpr char kMacFile[] = "/tmp/mac.tmp";
 constexpr char kLogFile[] = "/tmp/log/phone.log";
-constexpr std::size_t kMaxLog = 64 << 10;
+constexpr std::uintmax_t kMaxLog = 64 << 10;
 
 }  // namespace
 
@@ -19,15 +21,24 @@ void writeMacFile(const std::string& mac) {
   if (mac.empty()) {
     ::unlink(path.c_str());
   } else {
-    replaceFile(path, mac);
+    std::ofstream(path, std::ios::trunc) << mac;
   }
 }
 
 void writeStartLine(const std::string& line) {
   const std::string path = phonePath(kLogFile);
-  std::string text = readFile(path).value_or("") + line + "\n";
-  if (text.size() > kMaxLog) text.erase(0, text.size() - kMaxLog);
-  replaceFile(path, text);
+  std::error_code none;
+  const std::uintmax_t size = std::filesystem::file_size(path, none);
+  std::ofstream(path, !none && size < kMaxLog ? std::ios::app : std::ios::trunc) << line << '\n';
+}
+
+void removeUnfinishedImage() {
+  ::unlink(unfinishedImage().c_str());
+}
+
+std::string unfinishedImage() {
+  const std::string folder = phonePath("/data/");
+  return folder.empty() ? folder : folder + "firmware.img.new";
 }
 
 }  // namespace simulator

@@ -15,6 +15,7 @@
 #include "platform/shared_text.h"
 #include "simulator/files.h"
 #include "simulator/phone.h"
+#include "simulator/runtime_files.h"
 #include "simulator/text_out.h"
 #include "simulator/upgrade_image.h"
 
@@ -42,8 +43,8 @@ void tell(const SharedText& text, const std::string& value) {
 // The image's file while it grows, beside its place; gone at the end unless it was put there.
 class ImageFile {
  public:
-  ImageFile() : folder_(phonePath("/data/")), beside_(folder_ + "firmware.img.new") {
-    if (folder_.empty()) return;
+  ImageFile() : beside_(simulator::unfinishedImage()) {
+    if (beside_.empty()) return;
     ::unlink(beside_.c_str());  // left behind by a process that was killed
     file_ = ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
   }
@@ -67,11 +68,11 @@ class ImageFile {
 
   // Takes the place of the image that is there, which may be a link; a power cut then finds it whole.
   bool putInPlace() const {
-    return ::fsync(file_) == 0 && simulator::renameFile(beside_, folder_ + "firmware.img");
+    return ::fsync(file_) == 0 && simulator::renameFile(beside_, beside_.substr(0, beside_.rfind('.')));
   }
 
  private:
-  std::string folder_, beside_;
+  std::string beside_;
   int file_ = -1;
 };
 

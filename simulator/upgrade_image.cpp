@@ -31,8 +31,7 @@ bool isVersion(std::string_view text) {
 std::optional<std::string> hashOf(std::string_view text) {
   std::string digits(text);
   std::transform(digits.begin(), digits.end(), digits.begin(), [](unsigned char c) { return std::tolower(c); });
-  const bool isHash =
-      digits.size() == kHashDigits && digits.find_first_not_of("0123456789abcdef") == std::string::npos;
+  const bool isHash = digits.size() == kHashDigits && digits.find_first_not_of("0123456789abcdef") == std::string::npos;
   return isHash ? std::optional(digits) : std::nullopt;
 }
 

@@ -65,7 +65,8 @@ std::string ipHead(const Address& from, const Address& to, std::size_t length) {
                      from.bytes + to.bytes;
   std::uint32_t sum = 0;
   for (std::size_t i = 0; i < head.size(); i += 2) {
-    sum += static_cast<std::uint32_t>(static_cast<unsigned char>(head[i]) << 8 | static_cast<unsigned char>(head[i + 1]));
+    sum +=
+        static_cast<std::uint32_t>(static_cast<unsigned char>(head[i]) << 8 | static_cast<unsigned char>(head[i + 1]));
   }
   while (sum > 0xffff) sum = (sum & 0xffff) + (sum >> 16);
   return head.replace(10, 2, bigEndian(~sum & 0xffff));
@@ -97,7 +98,8 @@ void addPacket(Phone& phone, const std::string& method, const std::string& name)
   std::string& packets = *phone.running.capture;
   const Address from = addressOf(phone.state.network.text(NetworkField::kLocalIPv4), kSomePhone);
   const Address to = addressOf(phone.state.network.text(NetworkField::kGatewayIPv4), kSomeServer);
-  const std::string packet = record(phone, sipRequest(method, name, ++phone.running.capturedPackets, from, to), from, to);
+  const std::string packet =
+      record(phone, sipRequest(method, name, ++phone.running.capturedPackets, from, to), from, to);
   if (packets.size() + packet.size() <= kMaxCapture) packets += packet;
 }
 

@@ -75,6 +75,8 @@ window.phoneLanguage = {
     "The phone has not come back yet. Its address may have changed: look at its screen.": "لم يعد الهاتف بعد. ربما تغيَّر عنوانه: انظر إلى شاشته.",
     "The phone does not answer. Please try again.": "الهاتف لا يستجيب. يُرجى المحاولة مرة أخرى.",
     "The phone does not answer. This page continues when it is back.": "الهاتف لا يستجيب. تتابع هذه الصفحة عملها عندما يعود.",
+    "Resetting , please wait ...": "تجري إعادة ضبط الهاتف، يُرجى الانتظار…",
+    "Invalid file name.": "لا يوجد تسجيل بعد. ابدأ واحدًا أولًا.",
     "Rebooting , please wait ...": "يجري إعادة تشغيل الهاتف، يُرجى الانتظار…",
     "Talking, Please wait...": "هناك مكالمة جارية، لذلك لم يتغير شيء. يُرجى المحاولة بعد انتهائها.",
     "Configuration updating ...": "يحدّث الهاتف إعداداته، يُرجى الانتظار…",
@@ -238,6 +240,7 @@ window.phoneLanguage = {
     "hangup success": "أنهى الهاتف المكالمة.",
 
     // Provisioning
+    "Upgrade": "ترقية",
     "Provisioning": "التزويد",
 
     // Password

@@ -75,6 +75,8 @@ window.phoneLanguage = {
     "The phone has not come back yet. Its address may have changed: look at its screen.": "Das Telefon ist noch nicht wieder erreichbar. Vielleicht hat sich seine Adresse geändert: Sehen Sie auf seinem Bildschirm nach.",
     "The phone does not answer. Please try again.": "Das Telefon antwortet nicht. Bitte versuchen Sie es noch einmal.",
     "The phone does not answer. This page continues when it is back.": "Das Telefon antwortet nicht. Diese Seite läuft weiter, sobald es wieder da ist.",
+    "Resetting , please wait ...": "Das Telefon wird zurückgesetzt, bitte warten …",
+    "Invalid file name.": "Es gibt noch keinen Mitschnitt. Starten Sie zuerst einen.",
     "Rebooting , please wait ...": "Das Telefon startet neu, bitte warten …",
     "Talking, Please wait...": "Ein Gespräch läuft, deshalb wurde nichts geändert. Bitte versuchen Sie es danach noch einmal.",
     "Configuration updating ...": "Das Telefon aktualisiert seine Einstellungen, bitte warten …",
@@ -238,6 +240,7 @@ window.phoneLanguage = {
     "hangup success": "Das Telefon hat aufgelegt.",
 
     // Provisioning
+    "Upgrade": "Aktualisieren",
     "Provisioning": "Bereitstellung",
 
     // Password
