@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +14,6 @@
 #include "platform/log.h"
 #include "platform/phone_root.h"
 #include "platform/shared_text.h"
-#include "simulator/files.h"
 #include "simulator/phone.h"
 #include "simulator/runtime_files.h"
 #include "simulator/text_out.h"
@@ -66,24 +66,24 @@ class ImageFile {
     return true;
   }
 
-  // Takes the place of the image that is there, which may be a link; a power cut then finds it whole.
-  bool putInPlace() const {
-    return ::fsync(file_) == 0 && simulator::renameFile(beside_, beside_.substr(0, beside_.rfind('.')));
-  }
+  // Takes the place of the image that is there, which may be a link. Nobody waits for the disk: that would take longer
+  // than all the rest, and an image is known by its sum.
+  bool putInPlace() const { return ::rename(beside_.c_str(), beside_.substr(0, beside_.rfind('.')).c_str()) == 0; }
 
  private:
   std::string beside_;
   int file_ = -1;
 };
 
-// Byte by byte: what comes behind the image is not to be taken out of the stream.
-std::optional<ImageHead> readHead(IUpgrader& upgrader) {
+// The image up to its empty line, or as far as it may be long. Byte by byte: what comes behind the image is not to be
+// taken out of the stream.
+std::string readHead(IUpgrader& upgrader) {
   std::string head;
   for (char byte; head.size() < simulator::kMaxImageHead && upgrader.ReadStream(&byte, 1) == 1;) {
     head += byte;
-    if (head.ends_with("\n\n")) return simulator::parseImageHead(head);
+    if (head.ends_with("\n\n")) break;
   }
-  return std::nullopt;
+  return head;
 }
 
 bool receive(IUpgrader& upgrader, const ImageHead& head, const ImageFile& file) {
@@ -106,12 +106,13 @@ bool receive(IUpgrader& upgrader, const ImageHead& head, const ImageFile& file) 
 // The image's version; nothing when none was installed.
 std::optional<std::string> install(IUpgrader& upgrader) {
   upgrader.OnRomBegin();
-  const std::optional<ImageHead> head = readHead(upgrader);
+  const std::string text = readHead(upgrader);
+  const std::optional<ImageHead> head = simulator::parseImageHead(text);
   if (!head) return std::nullopt;
   upgrader.OnDoneRomJudge();
   tell(kState, "receiving");
   const ImageFile file;
-  if (!receive(upgrader, *head, file)) return std::nullopt;
+  if (!file.write(text) || !receive(upgrader, *head, file)) return std::nullopt;
   upgrader.OnRomEnd();
   upgrader.OnPrevInstall("firmware", head->version.c_str());
   if (!file.putInPlace()) return std::nullopt;

@@ -6,8 +6,9 @@
 //   sha256: 64 hexadecimal digits
 #pragma once
 
+#include <openssl/sha.h>
+
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,17 +31,13 @@ std::optional<ImageHead> parseImageHead(std::string_view text);
 class ImageHash {
  public:
   ImageHash();
-  ~ImageHash();
-  ImageHash(const ImageHash&) = delete;
-  ImageHash& operator=(const ImageHash&) = delete;
 
   void add(std::string_view bytes);
   // In lower-case hexadecimal digits; nothing can be added any more.
   std::string finish();
 
  private:
-  struct Context;
-  std::unique_ptr<Context> context_;
+  SHA256_CTX context_;
 };
 
 }  // namespace simulator

@@ -3,7 +3,6 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -28,6 +27,7 @@ std::vector<int> candidates() {
     const std::optional<int> number = parseInt(entry->d_name);
     if (number && *number > kInit && *number != getpid() && *number != getppid()) numbers.push_back(*number);
   }
+  std::ranges::sort(numbers);
   return numbers;
 }
 

@@ -68,7 +68,7 @@ TEST_F(ControlTest, StateOfAFreshPhone) {
       R"("secondaryDNSIPv6":"2001:db8::54","lanIP":"10.0.0.1"},"expansionModules":[],"bootEnvironment":{},)"
       R"("clockOffset":0,"rebootSeconds":0,"answers":{},)"
       R"("directory":{"available":true,"busy":false,"refusal":0},"blfList":[],"networkDirectories":["Sales","Support"],)"
-      R"("networkDirectoryError":"","missingApplications":[]})");
+      R"("networkDirectoryError":"","missingApplications":[],"bootEnvironmentLocked":false,"upgrading":false,"capturing":false})");
 }
 
 TEST_F(ControlTest, PatchMerges) {
