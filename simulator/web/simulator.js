@@ -13,10 +13,11 @@ const moduleNames = { 0: "38-key module", 1: "40-key module", 5: "Colour key mod
 const messageNames = {
   0x10007: "configuration changed", 0x10101: "reboot", 0x10103: "reset to factory", 0x30006: "registration?",
   0x30007: "idle?", 0x3000e: "expansion modules?", 0x30011: "hang up", 0x30017: "action URI", 0x3001a: "show pushed XML",
-  0x50004: "write the call history",
+  0x50004: "write the call history", 0x10009: "upgrade ahead", 0x1000a: "leave the servers", 0xb0003: "upgrade prepared",
+  0x200001: "start capturing", 0x200002: "stop capturing", 0x200003: "capturing?", 0x200005: "write the capture",
   0xa0001: "provisioning?", 0xa0002: "make a call",
 };
-const queries = new Set([0x30006, 0x30007, 0x3000e]);
+const queries = new Set([0x30006, 0x30007, 0x3000e, 0x200003]);
 const keptRows = 500;
 const shownAccounts = 6;
 const newModule = { type: 0, hardware: "1.0.0.1", firmware: "1.2.0.46" };

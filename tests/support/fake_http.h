@@ -55,7 +55,7 @@ class FakeRequest : public HttpRequest {
   const char** getParameterValues(const char* name) override;
   const char* getRequestURI() override { return uri.c_str(); }
   const char* getRemoteAddr() override { return address.c_str(); }
-  const char* getContentType() override { return nullptr; }
+  const char* getContentType() override { return contentType.empty() ? nullptr : contentType.c_str(); }
   int getContentLength() override { return contentLength < 0 ? static_cast<int>(body.size()) : contentLength; }
   void setLanguage(const char* name) override { language = name; }
   HttpSession* getSession(int) override { return session; }
@@ -65,8 +65,10 @@ class FakeRequest : public HttpRequest {
   Fields fields;
   std::string uri = "/servlet?";
   std::string address = "192.0.2.7";
+  std::string contentType;  // empty: none
   std::string body;
   int contentLength = -1;  // that of the body
+  int pieceSize = 1 << 20;  // bytes that a read gives at the most
   std::string language = "(not set)";
   std::string uploadTemplate;
   FakeSession ownSession;

@@ -195,7 +195,7 @@ window.phoneLanguage = {
     "Rings": "الرنات",
     "Play": "تشغيل",
     "Play: %1": "تشغيل: %1",
-    "Stop": "إيقاف الصوت",
+    "Stop": "إيقاف",
 
     // Files, pictures and PINs
     "The browser cannot read this picture.": "لا يستطيع المتصفح قراءة هذه الصورة.",
