@@ -18,7 +18,7 @@ constexpr std::size_t kMaxCapture = 4 << 20;  // bytes; a longer capture ends th
 constexpr std::uint32_t kSnapLength = 65535;
 constexpr std::uint32_t kEthernet = 1;
 constexpr std::uint16_t kSipPort = 5060;
-constexpr std::size_t kEthernetHead = 14, kIpHead = 20, kUdpHead = 8;
+constexpr std::size_t kIpHead = 20, kUdpHead = 8;
 // Where nothing better is known (RFC 5737).
 constexpr char kSomePhone[] = "192.0.2.46", kSomeServer[] = "192.0.2.1";
 

@@ -30,7 +30,8 @@ const char** FakeRequest::getParameterValues(const char* name) {
 }
 
 int FakeRequest::read(char* buffer, int length) {
-  const std::size_t count = std::min(static_cast<std::size_t>(std::clamp(length, 0, pieceSize)), body.size() - bodyRead_);
+  const std::size_t count =
+      std::min(static_cast<std::size_t>(std::clamp(length, 0, pieceSize)), body.size() - bodyRead_);
   std::copy_n(body.begin() + static_cast<std::ptrdiff_t>(bodyRead_), count, buffer);
   bodyRead_ += count;
   return static_cast<int>(count);

@@ -67,7 +67,7 @@ class FakeRequest : public HttpRequest {
   std::string address = "192.0.2.7";
   std::string contentType;  // empty: none
   std::string body;
-  int contentLength = -1;  // that of the body
+  int contentLength = -1;   // that of the body
   int pieceSize = 1 << 20;  // bytes that a read gives at the most
   std::string language = "(not set)";
   std::string uploadTemplate;
