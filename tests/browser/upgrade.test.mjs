@@ -107,6 +107,18 @@ test("a restart and a reset ask first and wait", async () => {
   assert.deepEqual(await calls("reboot"), ["app_hostapp 0x10101", "factory reset"]);
 });
 
+test("a restart in safe mode leads to the login of this page", async () => {
+  await phone.state({ rebootSeconds: 3 });
+  const page = await phone.openAs("admin", "settings-upgrade");
+  phone.expectProblems("503");
+  await page.getByText("If upgrades keep failing").click();
+  await press(page, "Restart in safe mode");
+  await page.locator("#safe-mode-begin").click();
+  await page.waitForURL(/p=login.*jumpto=settings-upgrade/);
+  assert.equal((await phone.state({})).bootEnvironment.BOOTMODE, "safemode");
+  await phone.state({ bootEnvironment: { BOOTMODE: null } });
+});
+
 test("a capture starts, stops and is downloaded for tcpdump", async () => {
   const page = await phone.openAs("admin", "settings-upgrade");
   const captured = page.locator("#capture");

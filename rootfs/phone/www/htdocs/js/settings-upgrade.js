@@ -46,6 +46,10 @@ function step(current, text) {
   }
   $("upgrade-progress").hidden = current !== sending;
   isBreakable = current === preparing || current === sending;
+  if (current && $("upgrade-step").textContent !== current.textContent) {
+    $("upgrade-step").textContent = current.textContent;
+    $("upgrade-run").focus();
+  }
   $("upgrade-state").textContent = text ?? "";
 }
 

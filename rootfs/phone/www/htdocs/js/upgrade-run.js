@@ -4,7 +4,7 @@ import { ask, SessionEnded } from "./poll.js";
 const page = "/servlet?p=settings-upgrade";
 const prepareLimit = 10 * 60 * 1000;  // the phone leaves its servers first, as long as it is set to
 const askSeconds = 2;
-const settleSeconds = 30;  // a phone that answers so long after it got the image does not restart for it
+const settleSeconds = 30;  // a phone that still answers so long after it was to restart does not do it
 const rememberedFor = 30 * 60 * 1000;
 
 // What is on its way: {before, version, phase, begun}. It outlasts a reload and the login after the phone's restart.
@@ -24,11 +24,14 @@ export const askFirmware = async () => plain(JSON.parse(await ask(`${page}&q=loa
 
 export const isTalking = async () => (await ask(`${page}&q=ask`)).trim() === "true";
 
-// Ends what runs on the phone; false when it did not.
+// Ends what runs on the phone; false when the phone is not ready for its image then.
 export async function prepare() {
-  const response = await fetch(`${page}&q=beforeupgrade`, { method: "POST", signal: AbortSignal.timeout(prepareLimit) });
-  if (response.redirected) throw new SessionEnded();
-  return response.ok && (await ask(`${page}&q=askUpgrade`)).trim() === "true";
+  try {
+    const response = await fetch(`${page}&q=beforeupgrade`, { method: "POST", signal: AbortSignal.timeout(prepareLimit) });
+    return response.ok && (await ask(`${page}&q=askUpgrade`)).trim() === "true";
+  } catch {
+    return false;
+  }
 }
 
 // Sends the image; `progress` is told the part that is sent, 0 to 1. False when the phone took none of it; a connection
@@ -74,10 +77,11 @@ export async function restartInSafeMode(tell) {
   const begin = Date.now();
   for (let wasAway = false, isBack = false; !isBack;) {
     await wait(askSeconds);
-    tell(Math.round((Date.now() - begin) / 1000));
+    const seconds = Math.round((Date.now() - begin) / 1000);
+    tell(seconds);
     try {
       await ask("/servlet?p=login&q=loginForm");
-      isBack = wasAway;
+      isBack = wasAway || seconds >= settleSeconds;
     } catch {
       wasAway = true;
     }
