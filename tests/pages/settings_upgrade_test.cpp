@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include "framework/shared_texts.h"
 #include "platform/boot_environment.h"
 #include "servlet/settings/settings_upgrade_stream.h"
 #include "tests/support/page_test.h"
@@ -50,6 +51,7 @@ class UpgradeTest : public PageTest {
     userenv_get(name, value, sizeof value);
     return value;
   }
+  static std::string told() { return " " + readShareText("romTranStat") + " " + readShareText("romRecvSize"); }
   void addProcess(int number, const std::string& command, const std::string& stat) const {
     write("/proc/" + std::to_string(number) + "/cmdline", command);
     write("/proc/" + std::to_string(number) + "/stat", stat);
@@ -59,7 +61,7 @@ class UpgradeTest : public PageTest {
 TEST_F(UpgradeTest, InstallsTheImageBehindThePartsHead) {
   EXPECT_TRUE(upgrade(kHead + image() + "\r\n--X--\r\n"));
   EXPECT_EQ(content("/data/firmware.img"), image());
-  EXPECT_EQ(config("PhoneFirmware"), "9.9");
+  EXPECT_EQ(config("PhoneFirmware") + told(), "9.9 done 100");
   EXPECT_TRUE(upgrade(kHead + image("100", kSum, "9.10"), kForm, 7));
   EXPECT_EQ(config("PhoneFirmware"), "9.10");
   EXPECT_THAT(log, Contains("6 Form Header(Content-Disposition: form-data\\x0d\\x0a)!!!!"));
@@ -79,7 +81,8 @@ TEST_F(UpgradeTest, AnImageThatIsNotWholeLeavesTheOldOne) {
         std::string(600, 'x')})
     EXPECT_FALSE(upgrade(kHead + bad)) << bad;
   EXPECT_EQ(content("/data/firmware.img"), image());
-  EXPECT_EQ(config("PhoneFirmware"), "9.9");
+  EXPECT_FALSE(upgrade(whole.substr(0, whole.size() - 1)));
+  EXPECT_EQ(config("PhoneFirmware") + told(), "9.9 failed 99");
 }
 
 TEST_F(UpgradeTest, TheBoundaryIsWhatFollowsTheFirstEqualsSign) {
