@@ -5,12 +5,14 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "platform/phone_root.h"
 #include "platform/web_debug.h"
 #include "simulator/processes.h"
 #include "simulator/root_setup.h"
 #include "simulator/runtime_files.h"
 #include "simulator/shared_texts.h"
 #include "simulator/simulator.h"
+#include "simulator/upgrade_image.h"
 #include "simulator/web_certificate.h"
 
 namespace simulator {
@@ -57,7 +59,7 @@ void Phone::comeUp() {
   startProcesses();
   removeUnfinishedImage();
   writeMacFile(state.mac);
-  writeStartLine("The phone is up with firmware " + config.get("PhoneFirmware") + ".");
+  writeStartLine("The phone is up with firmware " + config.get(kFirmwareKey) + ".");
 }
 
 void Phone::reboot(std::string reason) {
@@ -75,9 +77,11 @@ void Phone::reboot(std::string reason) {
 
 void Phone::resetToFactory() {
   const bool custom = config.get("FactoryConfigCustomEnabled") == "1";
+  const std::string firmware = config.get(kFirmwareKey);
   if (resetConfig(root, custom) || (custom && resetConfig(root, false))) {
     config.load();
     directory.load();
+    if (fileStamp(phonePath(kFirmwareImage))) config.set({{kFirmwareKey, firmware}});
   }
   reboot("factory reset");
 }

@@ -123,7 +123,7 @@ std::optional<std::string> install(IUpgrader& upgrader) {
 void takeOver(const std::string& version, bool restart) {
   simulator::Phone& phone = simulator::phone();
   const std::lock_guard lock(phone.mutex);
-  phone.config.set({{"PhoneFirmware", version}});
+  phone.config.set({{simulator::kFirmwareKey, version}});
   phone.systemCall("upgrade", version);
   if (restart) phone.reboot("upgrade");
 }

@@ -15,6 +15,10 @@
 
 namespace simulator {
 
+// Where the image that the phone runs lies, if it is not the delivered one, and the key that has its version.
+inline constexpr char kFirmwareImage[] = "/data/firmware.img";
+inline constexpr char kFirmwareKey[] = "PhoneFirmware";
+
 inline constexpr std::size_t kMaxImageHead = 512;  // bytes, the empty line included
 inline constexpr std::int64_t kMaxImageSize = 64 << 20;
 

@@ -58,7 +58,7 @@ Sent sendFile(const std::string& path, HttpResponse* response) {
   return Sent::kFile;
 }
 
-// The capture, then the clips that were cut off a long one. False when one of them cannot be read.
+// The capture, then the clips that were cut off a long one, up to one that cannot be read.
 Sent sendAll(const std::string& capture, HttpResponse* response) {
   Sent all = sendFile(capture, response);
   const std::string prefix = readConfigPlain("PacketCapClipFilePrefix", kConfigValueSize);

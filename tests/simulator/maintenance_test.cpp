@@ -36,6 +36,11 @@ TEST_F(MaintenanceTest, AFactoryResetKeepsWhatUsersBrought) {
   EXPECT_EQ(messages(), (Lines{"broadcast 0x10103 0 0", "system reboot factory reset"}));
   EXPECT_EQ(content("/config/data/htpasswd"), delivered);
   EXPECT_EQ(config("AreaCode") + content("/data/userdata/sound/Own.wav"), "RIFF");
+  // What was installed stays installed.
+  setConfig("PhoneFirmware", "46.84.0.1");
+  write("/data/firmware.img", "an image");
+  msgBroadpostThreadMsg(0x10103, 0, 0);
+  EXPECT_EQ(config("PhoneFirmware"), "46.84.0.1");
   EXPECT_TRUE(fs::exists(file("/config/Pics")) && simulator::rebooting() && !fs::exists(file("/.config")));
 }
 

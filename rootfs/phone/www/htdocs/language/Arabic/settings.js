@@ -432,7 +432,6 @@ export default {
   "Packet capture": "تسجيل حزم الشبكة",
   "Records what passes the phone's network port, for those who look for faults. A capture may hold names, numbers and what is said.": "يسجّل ما يمر عبر منفذ شبكة الهاتف، لمن يبحث عن الأعطال. قد يحتوي التسجيل على أسماء وأرقام وما يقال.",
   "Start": "بدء",
-  "Download": "تنزيل",
   "Upgrade the phone?": "ترقية الهاتف؟",
   "Restart in safe mode?": "إعادة التشغيل في الوضع الآمن؟",
   "Upgrade the phone as soon as it is back: until then, its pages are open to everybody in the network.": "قم بترقية الهاتف فور عودته: حتى ذلك الحين تكون صفحاته مفتوحة لكل من في الشبكة.",

@@ -432,7 +432,6 @@ export default {
   "Packet capture": "Netzwerkmitschnitt",
   "Records what passes the phone's network port, for those who look for faults. A capture may hold names, numbers and what is said.": "Zeichnet zur Fehlersuche auf, was über den Netzwerkanschluss des Telefons geht. Ein Mitschnitt kann Namen, Nummern und Gesprochenes enthalten.",
   "Start": "Starten",
-  "Download": "Herunterladen",
   "Upgrade the phone?": "Telefon aktualisieren?",
   "Restart in safe mode?": "Abgesichert neu starten?",
   "Upgrade the phone as soon as it is back: until then, its pages are open to everybody in the network.": "Aktualisieren Sie das Telefon, sobald es wieder bereit ist: Bis dahin stehen seine Seiten jedem im Netzwerk offen.",
