@@ -80,7 +80,7 @@ TEST_F(ModuleTest, ServesOthersWhileAnExportWaitsForItsLock) {
   const std::string cookie = "Cookie: " + login.header("set-cookie").substr(0, 45) + "\r\n";
   ETL_BaseHelper::chMutex lock;
   ASSERT_TRUE(lock.OpenMutex("WRLockiniFileName") && lock.Lock(0));
-  Client waiting(server_->port());
+  Client waiting(port());
   waiting.send(head("GET", "/servlet?p=settings-config&q=export", cookie));
   for (int i = 0; i < 20; ++i) EXPECT_EQ(get("/css/style.css").status, 200);
   EXPECT_FALSE(server_->stop(std::chrono::milliseconds(20))) << "the export waits, and who ends the program is told";
