@@ -10,7 +10,7 @@ TEST_F(PageTest, UnknownActions) {
   const std::set<std::string> ignoring = {
       "features-acd",       "features-audio",    "features-bluetooth", "features-callpickup",   "features-forward",
       "features-general",   "features-intercom", "features-phonelock", "features-remotecontrl", "features-transfer",
-      "features-actionurl", "settings-ring",     "settings-voice"};
+      "features-actionurl", "features-sms",      "settings-ring",      "settings-voice"};
   for (const auto& [page, factory] : pageList()) {
     for (const char* action : {"Load", "", "write "}) {
       RecordingResponse answer = run(page, action, "acc=0");

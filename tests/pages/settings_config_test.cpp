@@ -66,7 +66,7 @@ TEST_F(SettingsConfigTest, ExportsTheLog) {
     auto files = unpacked(answer.body);
     EXPECT_EQ(files["log/sys.log"], "line\n");
     EXPECT_THAT(files["log/" + name], HasSubstr("eth0")) << mac;
-    EXPECT_THAT(files["log/" + name], HasSubstr("app_hostapp"));
+    EXPECT_THAT(files["log/" + name], HasSubstr("hostapp.exx"));
     EXPECT_FALSE(fs::exists(file("/tmp/export")));
   }
   fs::remove_all(file("/tmp/log"));
