@@ -15,19 +15,19 @@ test("a login leads to the page that was asked for, a logout to the form", async
 });
 
 test("tabs and settings follow the level codes", async () => {
-  const codes = { "network-basic": "2", "network-pcport": "1", BasicIpaddressMode: "0", BasicIpv4config: "1", BasicIpv6config: "3" };
+  const codes = { "network-basic": "2", "network-advanced": "1", "network-pcport": "1", BasicIpaddressMode: "0", BasicIpv4config: "1", BasicIpv6config: "3" };
   const network = ["Network", "Basic"];
-  const all = [...network, "PC port"];
+  const all = [...network, "Advanced", "PC port"];
   const rows = [
     // user, changed codes, visible tabs, visible fields
     ["admin", {}, all, ["NetworkIPAddressMode", "ipv4type"]],
     ["var", {}, all, ["ipv4type"]],
     ["user", {}, network, []],
     ["user", { BasicIpv6config: "2" }, network, ["ipv6type"]],
-    ["admin", { "network-pcport": "3", BasicIpv4config: "3" }, network, ["NetworkIPAddressMode"]],
+    ["admin", { "network-pcport": "3", "network-advanced": "3", BasicIpv4config: "3" }, network, ["NetworkIPAddressMode"]],
     // a code that is none, or is missing, is for admin alone
     ["admin", { "network-pcport": "", BasicIpv4config: "9" }, all, ["NetworkIPAddressMode", "ipv4type"]],
-    ["var", { "network-pcport": "", BasicIpv4config: "9" }, network, []],
+    ["var", { "network-pcport": "", "network-advanced": "", BasicIpv4config: "9" }, network, []],
   ];
   await phone.configure({ NetworkIPAddressMode: "2" });
   const pages = {};
