@@ -3,6 +3,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -11,12 +12,14 @@
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "host/log.h"
 #include "host/module.h"
 #include "host/options.h"
 #include "host/page_table.h"
 #include "host/server.h"
+#include "platform/config_parser.h"
 #include "simulator/simulator.h"
 
 namespace {
@@ -61,6 +64,23 @@ host::MountReply control(const std::string& method, const std::string& path,
   return {reply.status, std::move(reply.contentType), std::move(reply.body)};
 }
 
+// The identity behind what a session holds as its user: its own name, or a login name that was configured for it.
+std::string identityOf(const std::string& user) {
+  static constexpr std::array<std::pair<const char*, const char*>, 3> kLoginNames{
+      {{"admin", "UserNameAdmin"}, {"var", "UserNameVar"}, {"user", "UserNameUser"}}};
+  for (const auto& [identity, key] : kLoginNames) {
+    if (user == identity) return identity;
+  }
+  for (const auto& [identity, key] : kLoginNames) {
+    if (configParser_GetConfigString(key) == user) return identity;
+  }
+  return {};
+}
+
+std::string levelOf(const std::string& key) {
+  return configParser_GetConfigString(key.c_str());
+}
+
 host::ServerSettings settingsFor(const host::Options& options, const fs::path& root) {
   host::ServerSettings settings;
   settings.root = root;
@@ -77,7 +97,8 @@ host::ServerSettings settingsFor(const host::Options& options, const fs::path& r
                           {"/media/user/contact-image/", "data/userdata/contact-image"},
                           {"/media/user/wallpaper/", "data/userdata/wallpaper"}};
   settings.simulator = control;
-  settings.device = {simulator::rebooting, simulator::rebootCount, simulator::webCertificates};
+  settings.rights = options.rights;
+  settings.device = {simulator::rebooting, simulator::rebootCount, simulator::webCertificates, levelOf, identityOf};
   return settings;
 }
 

@@ -70,6 +70,7 @@ const char* const kUsage =
     "  --max-upload MIB       longest request body, 1 to 1024 (64)\n"
     "  --tls-cert FILE --tls-key FILE\n"
     "                         --listen serves HTTPS too, with this certificate and key (PEM)\n"
+    "  --rights on|off        whether pages show and store only what the user may see (on)\n"
     "  --state JSON           the state that the phone in software starts with\n"
     "  --quiet                no line a request\n";
 
@@ -79,6 +80,12 @@ bool parseOptions(const std::vector<std::string>& arguments, const fs::path& pro
   const auto path = [](fs::path& target) -> Take {
     return [&target](const std::string& text) { return !(target = text).empty(); };
   };
+  const auto choice = [](bool& target) -> Take {
+    return [&target](const std::string& text) {
+      target = text == "on";
+      return target || text == "off";
+    };
+  };
   const std::map<std::string_view, Take> takes{
       {"--root", path(options.root)},
       {"--rootfs", path(options.rootfs)},
@@ -86,6 +93,7 @@ bool parseOptions(const std::vector<std::string>& arguments, const fs::path& pro
       {"--pages", path(options.pages)},
       {"--tls-cert", path(options.tlsCertificate)},
       {"--tls-key", path(options.tlsKey)},
+      {"--rights", choice(options.rights)},
       {"--listen", [&](const std::string& text) { return parseListen(text, options.address, options.port); }},
       {"--listen-tls", [&](const std::string& text) { return parseListen(text, options.tlsAddress, options.tlsPort); }},
       {"--name", [&](const std::string& text) { return addName(text, options); }},

@@ -19,7 +19,7 @@ struct Options {
   std::size_t maxUpload = kDefaultMaxUpload;
   std::filesystem::path tlsCertificate, tlsKey;
   std::string state;  // JSON: what the phone in software starts with
-  bool quiet = false, help = false;
+  bool quiet = false, help = false, rights = true;
 };
 
 // Fills what is not given with the defaults that follow from where the program lies. False, with `error` set, when the

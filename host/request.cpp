@@ -31,7 +31,7 @@ const char* Request::getParameter(const char* name) {
   const std::string* value = head_.query.first(name);
   if (!value) value = form_.fields().first(name);
   if (!value) value = form_.fieldsWithFiles().first(name);
-  return value ? value->c_str() : nullptr;
+  return value && !hides(name) ? value->c_str() : nullptr;
 }
 
 const char** Request::getParameterValues(const char* name) {
@@ -43,7 +43,7 @@ const char** Request::getParameterValues(const char* name) {
       for (const std::string& value : field.values) values.push_back(value.c_str());
     }
   }
-  if (values.empty()) return nullptr;
+  if (values.empty() || hides(name)) return nullptr;
   values.push_back(nullptr);
   return valueLists_.emplace_back(std::move(values)).data();
 }

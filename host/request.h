@@ -11,6 +11,7 @@
 #include "host/form_reader.h"
 #include "host/page_context.h"
 #include "host/request_head.h"
+#include "host/rights.h"
 #include "host/session_store.h"
 #include "host/upload_files.h"
 
@@ -34,6 +35,10 @@ class Request final : public HttpRequest {
   void setUploadFileTemplate(const char* pattern) override { uploads_.setPattern(pattern ? pattern : ""); }
   int read(char* buffer, int length) override;
 
+  // From now on, fields that may not be read are as good as absent. The rights must outlive the request; null takes the
+  // limit away.
+  void limitFields(Rights* rights) { rights_ = rights; }
+
   // Reads a gathered form, and says whether it can be had.
   bool formIsSound() { return !body_.rewindable() || (form_.fields(), formError() == FieldResult::kOk); }
   // What was wrong with the form, as far as it was looked at.
@@ -42,12 +47,15 @@ class Request final : public HttpRequest {
  private:
   Visitor visitor() const { return {head_.remoteAddress, head_.method == "POST", head_.secure}; }
 
+  bool hides(const char* name) { return rights_ && !rights_->mayRead(name); }
+
   const RequestHead& head_;
   Body& body_;
   SessionStore& sessions_;
   PageContext& context_;
   UploadFiles uploads_;
   FormReader form_;
+  Rights* rights_ = nullptr;
   std::size_t readAt_ = 0;
   std::vector<std::shared_ptr<Session>> held_;       // sessions whose texts a handler may hold
   std::deque<std::vector<const char*>> valueLists_;  // given out by getParameterValues

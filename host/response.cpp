@@ -83,6 +83,7 @@ void Response::putChar(int byte) {
 }
 
 void Response::renderTemplate(const char* path, TMPL_varlist* list) {
+  if (rights_) list = rights_->visible(orEmpty(path), list);
   if (asJson_) {
     answer_.setHeader("Content-Type", "application/json");
     body_.append(templateJson(orEmpty(path), list, context_));

@@ -5,6 +5,7 @@
 
 #include "host/answer.h"
 #include "host/page_context.h"
+#include "host/rights.h"
 #include "host/spool_buffer.h"
 #include "host/template_renderer.h"
 
@@ -31,6 +32,9 @@ class Response final : public HttpResponse {
   void renderTemplate(const char* path, TMPL_varlist* list) override;
   void setPhoneType(const char* model) override;
 
+  // From now on, pages show what may be seen. The rights must outlive the response; null takes the limit away.
+  void limit(Rights* rights) { rights_ = rights; }
+
   // The answer; the response is used up.
   Answer finish();
 
@@ -43,6 +47,7 @@ class Response final : public HttpResponse {
   SpoolBuffer body_;
   Answer answer_;
   bool asJson_;
+  Rights* rights_ = nullptr;
 };
 
 }  // namespace host

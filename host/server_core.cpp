@@ -24,6 +24,6 @@ ServerCore::ServerCore(PageTable& pages, ServerSettings serverSettings)
       rules(rulesFor(settings)),
       spoolFolder(makeSpoolFolder(settings.root)),
       files(settings.root / "phone/www/htdocs"),
-      runner(pages, {settings.root, spoolFolder, settings.device}) {}
+      runner(pages, {settings.root, spoolFolder, settings.rights, settings.device}) {}
 
 }  // namespace host

@@ -45,6 +45,7 @@ struct ServerSettings {
   std::size_t maxUpload = kDefaultMaxUpload;
   std::chrono::milliseconds rateWindow = kDefaultRateWindow;  // of the pace that a sender must keep
   bool accessLog = true;
+  bool rights = true;                  // templates say who may see and do what, see rights_table.h
   std::string tlsCertificate, tlsKey;  // PEM texts: HTTPS at `address`; both empty: plain HTTP
   std::vector<UserFolder> userFolders;
   Mount simulator;  // may be empty

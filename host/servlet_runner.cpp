@@ -11,6 +11,8 @@
 
 namespace host {
 namespace {
+constexpr std::string_view kLoginPage = "login";
+
 int statusOf(FieldResult error) {
   return error == FieldResult::kTooLarge ? 413 : 400;
 }
@@ -22,24 +24,31 @@ const char* pageOf(const RequestHead& head, const Body& body, Request& request) 
   return body.readable() ? request.getParameter("p") : nullptr;
 }
 
+// A field that can be had without the body of a request that is still on its way; null when absent.
+const char* fieldOf(const RequestHead& head, const Body& body, Request& request, const char* name) {
+  if (body.rewindable()) return request.getParameter(name);
+  const std::string* value = head.field(name);
+  return value ? value->c_str() : nullptr;
+}
+
 // What is left to do when the filter has let a request in that names no page: nothing for a command, which it carried
 // out itself.
 void answerWithoutPage(const RequestHead& head, Response& response) {
   if (head.target.size() <= head.path.size() + 1) response.sendRedirect(kHomePage);
 }
 
-// Lets the page have the request. True when there was an answer, be it an empty one.
-bool runPage(const PageTable& pages, const char* page, Request& request, Response& response) {
-  HttpServlet* handler = pages.find(page);
-  // A page that saves what a form holds is not to take a refused one for an empty one.
-  if (handler && !request.formIsSound()) return true;
-  if (handler) handler->onRequest(&request, &response);
-  return handler;
+// The answer to who may not see the page, or do what he asked for there.
+void forbid(Rights& rights, bool asJson, Response& response) {
+  if (!asJson) response.renderTemplate("/phone/www/WEB-INFO/template/forbidden.htm", rights.forbiddenList());
+  response.sendError(403);
 }
 }  // namespace
 
 ServletRunner::ServletRunner(PageTable& pages, Settings settings)
-    : pages_(pages), settings_(std::move(settings)), renderer_(settings_.root) {
+    : pages_(pages),
+      settings_(std::move(settings)),
+      renderer_(settings_.root),
+      rights_(settings_.root / "phone/www/WEB-INFO/template") {
   if (settings_.device.rebootCount) reboots_ = settings_.device.rebootCount();
 }
 
@@ -80,7 +89,7 @@ Answer ServletRunner::serve(const RequestHead& head, Body& body) {
     body.open();
     if (!page) {
       answerWithoutPage(head, response);
-    } else if (!runPage(pages_, page, request, response)) {
+    } else if (!runPage(head, body, request, context, response)) {
       response.sendError(404);
     }
   }
@@ -88,6 +97,35 @@ Answer ServletRunner::serve(const RequestHead& head, Body& body) {
   if (request.formError() != FieldResult::kOk) answer = errorAnswer(statusOf(request.formError()), head.wantsJson);
   addSessionCookie(head, context, answer);
   return answer;
+}
+
+// Nothing for those whom the filter let in without a login, and where everyone has all rights.
+std::optional<Rights> ServletRunner::rightsOf(const PageContext& context, const char* action) {
+  const Device& device = settings_.device;
+  if (!settings_.rights || !device.level || !device.identity || context.page == kLoginPage) return std::nullopt;
+  const char* user = context.session ? context.session->getAttribute("user") : nullptr;
+  if (!user) return std::nullopt;
+  return std::optional<Rights>(std::in_place, rights_, device, user, context.page, action ? action : "");
+}
+
+// Lets the page have the request. True when there was an answer, be it an empty one.
+bool ServletRunner::runPage(const RequestHead& head, Body& body, Request& request, PageContext& context,
+                            Response& response) {
+  HttpServlet* handler = pages_.find(context.page);
+  // A page that saves what a form holds is not to take a refused one for an empty one.
+  if (!handler || !request.formIsSound()) return handler;
+  const auto field = [&](const std::string& name) { return fieldOf(head, body, request, name.c_str()); };
+  std::optional<Rights> rights = rightsOf(context, field("q"));
+  if (rights && !rights->mayRun(field)) {
+    forbid(*rights, head.wantsJson, response);
+    return true;
+  }
+  request.limitFields(rights ? &*rights : nullptr);
+  response.limit(rights ? &*rights : nullptr);
+  handler->onRequest(&request, &response);
+  request.limitFields(nullptr);
+  response.limit(nullptr);
+  return true;
 }
 
 void ServletRunner::addSessionCookie(const RequestHead& head, const PageContext& context, Answer& answer) const {

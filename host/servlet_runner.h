@@ -4,18 +4,23 @@
 #include <atomic>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "host/answer.h"
 #include "host/body.h"
 #include "host/device.h"
 #include "host/request_head.h"
+#include "host/rights.h"
+#include "host/rights_table.h"
 #include "host/session_store.h"
 #include "host/template_renderer.h"
 
 namespace host {
 
 class PageTable;
+class Request;
+class Response;
 struct PageContext;
 
 inline constexpr const char* kHomePage = "/servlet?p=status&q=load";
@@ -25,6 +30,7 @@ class ServletRunner {
   struct Settings {
     std::filesystem::path root;
     std::string spoolFolder;
+    bool rights = true;  // what the templates say of who may see what holds
     Device device;
   };
 
@@ -37,6 +43,8 @@ class ServletRunner {
 
  private:
   Answer serve(const RequestHead& head, Body& body);
+  std::optional<Rights> rightsOf(const PageContext& context, const char* action);
+  bool runPage(const RequestHead& head, Body& body, Request& request, PageContext& context, Response& response);
   void forgetSessionsAfterReboot();
   void addSessionCookie(const RequestHead& head, const PageContext& context, Answer& answer) const;
 
@@ -44,6 +52,7 @@ class ServletRunner {
   Settings settings_;
   SessionStore sessions_;
   TemplateRenderer renderer_;
+  RightsTable rights_;
   std::atomic<std::uint64_t> reboots_ = 0;
 };
 

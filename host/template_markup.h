@@ -1,0 +1,53 @@
+// What a template says of who may see its parts.
+//
+// An element with data-level="KEY" is seen by those who see the key, and so is all that stands in it.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace host {
+
+// Keys of an element and of those around it, all of which must be seen. None: everyone sees it.
+using Keys = std::vector<std::string>;
+// Where a name stands. It is seen when one of the places is.
+using Places = std::vector<Keys>;
+
+// A field's name; what a marker makes of it may be anything, and is "*" here.
+struct DeclaredField {
+  std::string pattern;
+  Keys keys;
+};
+
+// A form, a link, or an address that a script asks (data-action="/servlet?p=PAGE&q=ACTION&FIELD=" on its element).
+struct DeclaredAction {
+  std::string page, action;
+  std::vector<std::pair<std::string, std::string>> constants;  // fields that tell it from others of that name
+  Places places;                                               // of the form's buttons, or of the link
+  std::vector<DeclaredField> fields;
+};
+
+// A tab of the navigation: the page it opens, the key of who sees it (empty: everyone), and the hidden field of the
+// page's form that tells which one it is (empty: there is only one).
+struct DeclaredTab {
+  std::string page, key, field, value;
+};
+
+struct TemplateMarkup {
+  std::map<std::string, Places, std::less<>> variables;  // loops included
+  std::vector<std::string> guarded;                      // those of them that not everyone sees
+  std::vector<DeclaredAction> actions;
+  std::vector<DeclaredTab> tabs;
+};
+
+// Reads the text of a template that shows the page `page`. Nothing for one that is too large to be one of ours.
+std::optional<TemplateMarkup> readMarkup(std::string_view text, std::string_view page);
+
+// True when the name is one that the pattern stands for.
+bool fitsPattern(std::string_view pattern, std::string_view name);
+
+}  // namespace host
