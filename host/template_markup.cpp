@@ -154,16 +154,22 @@ class Reader {
     return pattern.append(name.substr(at));
   }
 
-  // Page, action and fields of an address of the phone's pages; nothing for any other.
-  std::optional<DeclaredAction> actionAt(const std::string& address) const {
+  // Page, action and fields of an address of the phone's pages, whose values may be constants; nothing for any other.
+  std::optional<DeclaredAction> actionAt(const std::string& address, bool hasConstants) const {
     if (!address.starts_with(kServlet)) return std::nullopt;
     DeclaredAction declared;
     Fields fields;
     const std::size_t query = address.find('?');
     if (query != std::string::npos) parseUrlEncoded(std::string_view(address).substr(query + 1), fields);
-    for (const Fields::Field& field : fields.all()) take(field.name, withPage(field.values.front()), keys_, declared);
+    for (const Fields::Field& field : fields.all()) {
+      const std::string& value = field.values.front();
+      take(field.name, withPage(value), keys_, declared);
+      if (hasConstants && !isAddress(field.name) && !value.empty()) declared.constants.emplace_back(field.name, value);
+    }
     return declared;
   }
+
+  static bool isAddress(std::string_view name) { return name == "p" || name == "q"; }
 
   static void take(const std::string& name, const std::string& value, const Keys& keys, DeclaredAction& declared) {
     if (name == "p") {
@@ -176,7 +182,7 @@ class Reader {
   }
 
   void declareLink(const std::string& address) {
-    if (std::optional<DeclaredAction> declared = actionAt(address)) {
+    if (std::optional<DeclaredAction> declared = actionAt(address, false)) {
       declared->places = {keys_};
       markup_.actions.push_back(std::move(*declared));
     }
@@ -185,13 +191,16 @@ class Reader {
   void declareScript(const std::string& addresses) {
     for (std::size_t at = 0; at < addresses.size();) {
       const std::size_t end = std::min(addresses.find(' ', at), addresses.size());
-      declareLink(addresses.substr(at, end - at));
+      if (std::optional<DeclaredAction> declared = actionAt(addresses.substr(at, end - at), true)) {
+        declared->places = {keys_};
+        markup_.actions.push_back(std::move(*declared));
+      }
       at = end + 1;
     }
   }
 
   void declareForm(const Form& form) {
-    std::optional<DeclaredAction> declared = actionAt(form.address);
+    std::optional<DeclaredAction> declared = actionAt(form.address, false);
     if (!declared) return;
     std::vector<const Control*> own;
     for (const Control& control : controls_) {
@@ -211,7 +220,7 @@ class Reader {
 
   // A hidden field with a value of the template's own, unless it is the twin of a switch.
   static bool isConstant(const Control& control, const std::vector<const Control*>& all) {
-    if (!control.isHidden || control.name.empty() || control.name == "p" || control.name == "q") return false;
+    if (!control.isHidden || control.name.empty() || isAddress(control.name)) return false;
     if (control.value.empty() || control.value.find("{{") != std::string::npos) return false;
     return std::count_if(all.begin(), all.end(), [&](const Control* other) { return other->name == control.name; }) ==
            1;
