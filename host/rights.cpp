@@ -74,8 +74,8 @@ bool Rights::seesOne(const Places& places) {
 }
 
 // Of several tabs that lead to a page, the one that the request names counts; when it names none, all of them do.
-bool Rights::maySeePage(const FieldLookup& field) {
-  const auto& tabs = table_.page(page_).tabs;
+bool Rights::maySeePage(const std::string& page, const FieldLookup& field) {
+  const auto& tabs = table_.page(page).tabs;
   const auto isSeen = [this](const DeclaredTab& tab) { return tab.key.empty() || sees(tab.key); };
   const auto isNamed = [&](const DeclaredTab& tab) { return tab.field.empty() || holds(field, tab.field, tab.value); };
   if (tabs.empty()) return true;
@@ -96,9 +96,17 @@ void Rights::findCandidates(const FieldLookup& field) {
   if (!isExact_) candidates_ = std::move(others);
 }
 
+// True for a question that the script of another page asks, and that page may be seen.
+bool Rights::isAskedElsewhere(const FieldLookup& field) {
+  return std::any_of(candidates_.begin(), candidates_.end(), [&](const DeclaredAction* declared) {
+    const std::string& asker = declared->askedBy;
+    return !asker.empty() && asker != page_ && maySeePage(asker, field) && seesOne(declared->places);
+  });
+}
+
 bool Rights::mayRun(const FieldLookup& field) {
-  if (!maySeePage(field)) return false;
   findCandidates(field);
+  if (!maySeePage(page_, field)) return isAskedElsewhere(field);
   if (isReading_) return true;
   if (candidates_.empty()) return identity_ == kAdmin;
   const auto isSeen = [this](const DeclaredAction* declared) { return seesOne(declared->places); };

@@ -41,7 +41,8 @@ class Rights {
   bool sees(const std::string& key);
   bool seesAll(const Keys& keys);
   bool seesOne(const Places& places);
-  bool maySeePage(const FieldLookup& field);
+  bool maySeePage(const std::string& page, const FieldLookup& field);
+  bool isAskedElsewhere(const FieldLookup& field);
   bool mayUse(std::string_view field);
   void findCandidates(const FieldLookup& field);
 

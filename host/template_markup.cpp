@@ -192,6 +192,7 @@ class Reader {
     for (std::size_t at = 0; at < addresses.size();) {
       const std::size_t end = std::min(addresses.find(' ', at), addresses.size());
       if (std::optional<DeclaredAction> declared = actionAt(addresses.substr(at, end - at), true)) {
+        declared->askedBy = page_;
         declared->places = {keys_};
         markup_.actions.push_back(std::move(*declared));
       }

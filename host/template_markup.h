@@ -26,6 +26,7 @@ struct DeclaredField {
 // A form, a link, or an address that a script asks (data-action="/servlet?p=PAGE&q=ACTION&FIELD=" on its element).
 struct DeclaredAction {
   std::string page, action;
+  std::string askedBy;                                         // the page whose script asks; empty for forms and links
   std::vector<std::pair<std::string, std::string>> constants;  // fields that tell it from others of that name
   Places places;                                               // of the form's buttons, or of the link
   std::vector<DeclaredField> fields;

@@ -12,6 +12,9 @@ export const choicesOf = (loop) => loop.map(({ selValue, selName }) => [plain(se
 // The phone did not do what it was asked for; the message tells the reader why.
 export class Refusal extends Error {}
 
+// Somebody else's level may see this.
+export class Forbidden extends Refusal {}
+
 // The template and the variables of the phone's answer. A notice is "timer$page$message".
 async function answerOf(response) {
   const text = await response.text();
@@ -27,6 +30,7 @@ export async function ask(page, action, fields = {}, body = undefined) {
   try {
     const query = new URLSearchParams({ p: page, q: action, ...fields });
     const response = await fetch(`/servlet?${query}`, { method: body ? "POST" : "GET", headers: { Accept: "application/json" }, cache: "no-store", body });
+    if (response.status === 403) throw new Forbidden(t("Your user level may not do this."));
     if (!response.ok) throw new Error(`status ${response.status}`);
     const isFile = response.headers.get("Content-Type")?.startsWith("text/xml");
     return isFile ? await response.text() : await answerOf(response);

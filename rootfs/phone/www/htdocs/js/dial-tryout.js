@@ -1,5 +1,5 @@
 // Tries a number: which rules of the dial plan take it, and what the phone dials in the end. Nothing is called.
-import { ask, plain, Refusal } from "./ask.js";
+import { ask, Forbidden, plain, Refusal } from "./ask.js";
 import { tidyNumber } from "./checks.js";
 import { dial } from "./dial-rules.js";
 import { t } from "./i18n.js";
@@ -23,10 +23,22 @@ function areaCodeOf(stored) {
   return { code: value("AreaCode"), shortest, longest, accounts: value("AreaCodeAccount") };
 }
 
+// Rules of a page that the reader may not see are as good as none; the result says so.
+let isIncomplete = false;
+async function rulesPage(name) {
+  try {
+    return await ask(name, "load");
+  } catch (error) {
+    if (!(error instanceof Forbidden)) throw error;
+    isIncomplete = true;
+    return {};
+  }
+}
+
 let plan = null;  // a promise of it
 async function load() {
-  const [replace, dialNow, areaCode, blocked] = await Promise.all(
-    ["settings-dialplan", "settings-dialnow", "settings-areacode", "settings-blackout"].map((name) => ask(name, "load")));
+  const [replace, dialNow, areaCode, blocked] =
+    await Promise.all(["settings-dialplan", "settings-dialnow", "settings-areacode", "settings-blackout"].map(rulesPage));
   return () => ({
     replace: rulesOf(replace, (row) => ({ prefix: row.textPrefix, replacement: row.textReplace, accounts: row.textAccount })),
     dialNow: rulesOf(dialNow, (row) => ({ rule: row.textRule, accounts: row.textAccount })),
@@ -45,6 +57,7 @@ function* tell({ dialNow, replaced, areaCode, blocked, number }) {
   if (replaced) yield [t("Replace rule %1 makes it %2.", replaced.rule, isolated(replaced.number))];
   if (areaCode) yield [t("The area code makes it %1.", isolated(areaCode.number))];
   if (!dialNow && !replaced && !areaCode) yield [t("No rule changes it.")];
+  if (isIncomplete) yield [t("Rules that your user level may not see are left out."), "warning"];
   if (blocked) yield [t("Not dialled: %1 is blocked by entry %2.", isolated(number), blocked.rule), "error"];
   else yield [t("Dialled: %1", isolated(number)), "success"];
 }

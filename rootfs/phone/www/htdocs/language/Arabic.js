@@ -46,6 +46,8 @@ window.phoneLanguage = {
     "These settings take effect when the phone restarts.": "تسري هذه الإعدادات بعد إعادة تشغيل الهاتف.",
     "Restart the phone now?": "هل تريد إعادة تشغيل الهاتف الآن؟",
     "Some settings take effect only after a restart. The phone cannot make or take calls until it is back.": "بعض الإعدادات لا تسري إلا بعد إعادة التشغيل. ولا يمكن إجراء المكالمات أو استقبالها حتى يعود الهاتف.",
+    "Your user level may not do this.": "مستوى المستخدم الخاص بك لا يسمح بذلك.",
+    "No access": "لا يوجد وصول",
     "Your user level may not see this page.": "هذه الصفحة غير متاحة لمستوى المستخدم لديك.",
     "You have been logged out. Reload the page to log in.": "تم تسجيل خروجك. أعد تحميل الصفحة لتسجيل الدخول.",
     "Caps Lock is on.": "مفتاح الأحرف الكبيرة مفعَّل.",

@@ -46,6 +46,8 @@ window.phoneLanguage = {
     "These settings take effect when the phone restarts.": "Diese Einstellungen gelten nach einem Neustart des Telefons.",
     "Restart the phone now?": "Telefon jetzt neu starten?",
     "Some settings take effect only after a restart. The phone cannot make or take calls until it is back.": "Manche Einstellungen gelten erst nach einem Neustart. Bis das Telefon wieder bereit ist, sind keine Anrufe möglich.",
+    "Your user level may not do this.": "Ihre Benutzerstufe darf das nicht.",
+    "No access": "Kein Zugriff",
     "Your user level may not see this page.": "Ihre Benutzerstufe darf diese Seite nicht sehen.",
     "You have been logged out. Reload the page to log in.": "Sie wurden abgemeldet. Laden Sie die Seite neu, um sich anzumelden.",
     "Caps Lock is on.": "Die Feststelltaste ist aktiv.",

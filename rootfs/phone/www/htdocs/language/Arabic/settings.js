@@ -451,4 +451,5 @@ export default {
   "This file is too large: the phone takes up to %1 MB.": "هذا الملف كبير جدًا: يقبل الهاتف حتى %1 ميغابايت.",
   "This file holds no firmware for the phone.": "لا يحتوي هذا الملف على برنامج ثابت للهاتف.",
   "This file is damaged: it is not as long as its firmware. Get it again.": "هذا الملف تالف: طوله لا يطابق برنامجه الثابت. احصل عليه مجددًا.",
+  "Rules that your user level may not see are left out.": "القواعد التي لا يجوز لمستوى المستخدم الخاص بك رؤيتها غير مشمولة.",
 };

@@ -451,4 +451,5 @@ export default {
   "This file is too large: the phone takes up to %1 MB.": "Diese Datei ist zu groß: Das Telefon nimmt bis zu %1 MB.",
   "This file holds no firmware for the phone.": "Diese Datei enthält keine Firmware für das Telefon.",
   "This file is damaged: it is not as long as its firmware. Get it again.": "Diese Datei ist beschädigt: Sie ist nicht so lang wie ihre Firmware. Laden Sie sie neu herunter.",
+  "Rules that your user level may not see are left out.": "Regeln, die Ihre Benutzerstufe nicht sehen darf, fehlen hier.",
 };
