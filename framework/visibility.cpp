@@ -94,11 +94,3 @@ void GetNameByIdentity(std::string* name, const char* identity) {
 TMPL_varlist* GetTR069Supported(TMPL_varlist* list) {
   return TMPL_add_var(list, "supportTR069", "true", nullptr);
 }
-
-bool isGrantedTo(HttpRequest* request, const char* key) {
-  const std::string user = sessionIdentity(request);
-  const std::string identity = identityOfUser(user);
-  if (user.empty() || identity == "admin") return true;
-  const std::string level = readConfigPlain(key, kLevelSize);
-  return (level == "2" && !identity.empty()) || (level == "1" && identity == "var");
-}

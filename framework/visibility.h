@@ -40,7 +40,3 @@ void GetNameByIdentity(std::string* name, const char* identity);
 
 // Adds "supportTR069": the pages of the settings section have a TR-069 tab.
 TMPL_varlist* GetTR069Supported(TMPL_varlist* list);
-
-// True when the session's user may use what a visibility key stands for: its level is that of the user or lower. The
-// admin may use everything, and so may whoever the request filter lets in without a login.
-bool isGrantedTo(HttpRequest* request, const char* key);

@@ -86,21 +86,4 @@ TEST_F(SettingsConfigTest, SavesAndRestartsWhenAsked) {
   EXPECT_EQ(act("Export").status, 404);
 }
 
-TEST_F(SettingsConfigTest, ArchivesAreForThoseWhoSeeThem) {
-  const auto statusOf = [this](const char* action) {
-    std::string all;
-    for (const char* user : {"admin", "var", "user", "nobody"}) {
-      session.attributes["user"] = user;
-      all += std::to_string(act(action).status) + " ";
-    }
-    return all;
-  };
-  for (const char* action : {"export", "import", "exportsyslog", "importFactory", "delFactory"})
-    EXPECT_EQ(statusOf(action), "200 403 403 403 ") << action;
-  setConfig("PhoneOptConfigfile=1");
-  EXPECT_EQ(statusOf("import"), "200 200 403 403 ");
-  setConfig("PhoneOptConfigfile=2");
-  EXPECT_EQ(statusOf("import"), "200 200 200 403 ");
-}
-
 }  // namespace
