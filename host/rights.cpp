@@ -73,14 +73,20 @@ bool Rights::seesOne(const Places& places) {
   return std::any_of(places.begin(), places.end(), [this](const Keys& keys) { return seesAll(keys); });
 }
 
-// Of several tabs that lead to a page, the one that the request names counts; when it names none, all of them do.
+// Of several tabs of the navigation that lead to a page, the one that the request names counts; when it names none, all
+// of them do, as all tabs of a row always do.
 bool Rights::maySeePage(const std::string& page, const FieldLookup& field) {
-  const auto& tabs = table_.page(page).tabs;
-  const auto isSeen = [this](const DeclaredTab& tab) { return tab.key.empty() || sees(tab.key); };
-  const auto isNamed = [&](const DeclaredTab& tab) { return tab.field.empty() || holds(field, tab.field, tab.value); };
-  if (tabs.empty()) return true;
-  if (std::none_of(tabs.begin(), tabs.end(), isNamed)) return std::all_of(tabs.begin(), tabs.end(), isSeen);
-  return std::any_of(tabs.begin(), tabs.end(), [&](const DeclaredTab& tab) { return isNamed(tab) && isSeen(tab); });
+  bool isNamed = false, isSeenNamed = false, isSeenAlways = true;
+  for (const DeclaredTab& tab : table_.page(page).tabs) {
+    const bool isSeen = tab.key.empty() || sees(tab.key);
+    if (tab.isInRow && !isSeen) return false;
+    if (tab.isInRow) continue;
+    isSeenAlways &= isSeen;
+    if (!tab.field.empty() && !holds(field, tab.field, tab.value)) continue;
+    isNamed = true;
+    isSeenNamed |= isSeen;
+  }
+  return isNamed ? isSeenNamed : isSeenAlways;
 }
 
 // Of several forms for an action, those count whose constants the request has; when there are none, all of them do.
@@ -106,7 +112,8 @@ bool Rights::isAskedElsewhere(const FieldLookup& field) {
 
 bool Rights::mayRun(const FieldLookup& field) {
   findCandidates(field);
-  if (!maySeePage(page_, field)) return isAskedElsewhere(field);
+  isPageSeen_ = maySeePage(page_, field);
+  if (!isPageSeen_) return isAskedElsewhere(field);
   if (isReading_) return true;
   if (candidates_.empty()) return identity_ == kAdmin;
   const auto isSeen = [this](const DeclaredAction* declared) { return seesOne(declared->places); };
@@ -165,9 +172,10 @@ TMPL_varlist* Rights::forbiddenList() {
   std::set<std::string_view> told;
   for (const DeclaredTab& tab : table_.tabs()) {
     if (tab.key.empty() || !told.insert(tab.key).second) continue;
-    levels.append(levels.empty() ? "" : "&").append(tab.key).append("=").append(device_.level(tab.key));
+    levels.append(levels.empty() ? "" : "&").append(tab.key).append(sees(tab.key) ? "=2" : "=3");
   }
-  return TMPL_add_var(nullptr, "ShowLevel", (levels + "$").c_str(), "Identity", user_.c_str(), nullptr);
+  return TMPL_add_var(nullptr, "ShowLevel", (levels + "$").c_str(), "Identity", user_.c_str(), "isAction",
+                      isPageSeen_ ? "1" : "0", nullptr);
 }
 
 }  // namespace host

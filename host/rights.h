@@ -34,7 +34,7 @@ class Rights {
   bool mayRead(std::string_view field);
   // What of a page's list may be shown; the list itself when that is all.
   TMPL_varlist* visible(std::string_view templatePath, TMPL_varlist* list);
-  // Variables of a page that says that this one may not be seen.
+  // Variables of the page that says what mayRun() refused: "isAction" when the page itself may be seen.
   TMPL_varlist* forbiddenList();
 
  private:
@@ -50,6 +50,7 @@ class Rights {
   const Device& device_;
   std::string user_, page_, action_, identity_;
   bool isReading_ = false;
+  bool isPageSeen_ = false;
   bool isExact_ = false;  // one of the candidates is what was asked for
   std::vector<const DeclaredAction*> candidates_;
   std::map<std::string, bool, std::less<>> seen_;

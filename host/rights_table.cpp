@@ -23,7 +23,7 @@ std::set<std::string> templatesIn(const fs::path& folder) {
 }
 
 bool isSameTab(const DeclaredTab& a, const DeclaredTab& b) {
-  return std::tie(a.page, a.key, a.field, a.value) == std::tie(b.page, b.key, b.field, b.value);
+  return std::tie(a.page, a.key, a.field, a.value, a.isInRow) == std::tie(b.page, b.key, b.field, b.value, b.isInRow);
 }
 }  // namespace
 

@@ -3,7 +3,9 @@
 #include <gumbo.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
+#include <sstream>
 
 #include "host/fields.h"
 #include "host/template_markers.h"
@@ -23,6 +25,11 @@ const char* attribute(const GumboElement& element, const char* name) {
 std::string attributeText(const GumboElement& element, const char* name) {
   const char* value = attribute(element, name);
   return value ? value : "";
+}
+
+std::vector<std::string> wordsOf(const std::string& text) {
+  std::istringstream stream(text);
+  return {std::istream_iterator<std::string>(stream), {}};
 }
 
 bool isOneOf(const GumboElement& element, std::initializer_list<GumboTag> tags) {
@@ -88,6 +95,7 @@ class Reader {
   void enter(const GumboNode* node) {
     const GumboElement& element = node->v.element;
     if (const char* key = attribute(element, "data-level")) keys_.emplace_back(key);
+    if (element.tag == GUMBO_TAG_NAV) ++navigations_;
     for (unsigned i = 0; i < element.attributes.length; ++i) {
       noteVariables(static_cast<const GumboAttribute*>(element.attributes.data[i])->value);
     }
@@ -104,6 +112,7 @@ class Reader {
 
   void leave(const GumboElement& element) {
     if (attribute(element, "data-level")) keys_.pop_back();
+    if (element.tag == GUMBO_TAG_NAV) --navigations_;
     if (element.tag == GUMBO_TAG_FORM && !openForms_.empty()) openForms_.pop_back();
   }
 
@@ -123,8 +132,10 @@ class Reader {
     if (!page || element.tag != GUMBO_TAG_A) return;
     const std::string form = attributeText(element, "data-form");
     const std::size_t equals = std::min(form.find('='), form.size());
-    markup_.tabs.push_back({page, attributeText(element, "data-tab"), form.substr(0, equals),
-                            equals < form.size() ? form.substr(equals + 1) : ""});
+    for (const std::string& one : wordsOf(page)) {
+      markup_.tabs.push_back({one, attributeText(element, "data-tab"), form.substr(0, equals),
+                              equals < form.size() ? form.substr(equals + 1) : "", navigations_ == 0});
+    }
   }
 
   void noteControl(const GumboElement& element) {
@@ -189,14 +200,12 @@ class Reader {
   }
 
   void declareScript(const std::string& addresses) {
-    for (std::size_t at = 0; at < addresses.size();) {
-      const std::size_t end = std::min(addresses.find(' ', at), addresses.size());
-      if (std::optional<DeclaredAction> declared = actionAt(addresses.substr(at, end - at), true)) {
+    for (const std::string& address : wordsOf(addresses)) {
+      if (std::optional<DeclaredAction> declared = actionAt(address, true)) {
         declared->askedBy = page_;
         declared->places = {keys_};
         markup_.actions.push_back(std::move(*declared));
       }
-      at = end + 1;
     }
   }
 
@@ -230,6 +239,7 @@ class Reader {
   std::string page_;
   TemplateMarkup& markup_;
   Keys keys_;
+  int navigations_ = 0;  // around the element
   std::vector<const GumboNode*> openForms_;
   std::vector<Form> forms_;
   std::vector<Control> controls_;

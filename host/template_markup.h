@@ -32,10 +32,11 @@ struct DeclaredAction {
   std::vector<DeclaredField> fields;
 };
 
-// A tab of the navigation: the page it opens, the key of who sees it (empty: everyone), and the hidden field of the
-// page's form that tells which one it is (empty: there is only one).
+// A tab of the navigation, or of a row of tabs within a page: a page it opens, the key of who sees it (empty:
+// everyone), and the hidden field of the page's form that tells which one it is (empty: there is only one).
 struct DeclaredTab {
   std::string page, key, field, value;
+  bool isInRow;
 };
 
 struct TemplateMarkup {

@@ -46,7 +46,7 @@ class RightsTest : public ServerTest {
   RightsTest() {
     root_.write("phone/www/WEB-INFO/template/any.htm", kTemplate);
     root_.write("phone/www/WEB-INFO/template/forbidden.htm",
-                "{{%AUTOESCAPE context=\"HTML\"}}\n<b>No access: {{ShowLevel}} {{Identity}}</b>");
+                "{{%AUTOESCAPE context=\"HTML\"}}\n<b>No access: {{ShowLevel}} {{Identity}} {{isAction}}</b>");
     settings_.device.level = [this](const std::string& key) { return levels_[key]; };
     settings_.device.identity = [](const std::string& user) { return user == "boss" ? "admin" : user; };
     behaviour.page = [this](HttpRequest* request, HttpResponse* response) { serve(request, response); };
@@ -157,7 +157,7 @@ TEST_F(RightsTest, PagesThatAreHiddenAnswerNothing) {
   const int before = runs_;
   const Reply page = get("/servlet?p=any&q=load", user);
   EXPECT_EQ(page.status, 403);
-  EXPECT_THAT(page.body, HasSubstr("<b>No access: tab=1$ user</b>"));
+  EXPECT_THAT(page.body, HasSubstr("<b>No access: tab=3$ user 0</b>"));
   EXPECT_EQ(get("/servlet?p=any&q=load", user + kJson).body, R"({"error":403,"message":"Forbidden"})");
   EXPECT_EQ(post("/servlet?p=any&q=write", user + kForm, "open=1").status, 403);
   EXPECT_EQ(runs_, before);

@@ -68,11 +68,18 @@ function valueOf(form, name) {
   return field?.value ?? "";
 }
 
+// A field above the reader's level comes without its value: what depends on it shows.
+function isWithheld(form, name) {
+  const field = form.elements[name];
+  const shown = field instanceof RadioNodeList ? [...field].find(({ type }) => type !== "hidden") : field;
+  return Boolean(shown?.closest("[data-level][hidden]"));
+}
+
 // Shows what belongs to the chosen mode and takes what is not shown out of the form.
 function applyModes(form) {
   for (const element of form.querySelectorAll("[data-when]")) {
     const [name, values] = element.dataset.when.split("=");
-    element.classList.toggle("unused", !values.split(",").includes(valueOf(form, name)));
+    element.classList.toggle("unused", !isWithheld(form, name) && !values.split(",").includes(valueOf(form, name)));
   }
   for (const control of form.elements) {
     if (control.name && control.type !== "submit") control.disabled = control.closest("[hidden], .unused") !== null;

@@ -47,6 +47,7 @@ function applyToRow(page, identity, tabs) {
   const visible = applyToTabs(row, identity, tabs);
   const own = [...row].find((tab) => tab.dataset.page === page);
   own?.setAttribute("aria-current", "page");
+  if (!own) for (const tab of row) tab.closest("ul").hidden = true;  // the row of other pages
   return !own || visible.includes(own);
 }
 
