@@ -51,6 +51,7 @@ Route routeOf(std::string_view path, const AdmissionRules& rules) {
   const auto isUserFile = [&](const std::string& prefix) { return path.starts_with(prefix); };
   if (path == "/") return Route::kHome;
   if (path == "/servlet") return Route::kServlet;
+  if (path == "/settings.json") return Route::kSettings;
   if (std::ranges::any_of(rules.userPrefixes, isUserFile)) return Route::kUserFile;
   return path.starts_with("/simulator/") ? Route::kSimulator : Route::kStatic;
 }

@@ -14,7 +14,7 @@ namespace host {
 inline constexpr std::size_t kMaxTarget = 8 * 1024;           // of a request; 414 beyond
 inline constexpr std::size_t kMaxGatheredBody = 1024 * 1024;  // received before the handler's turn
 
-enum class Route { kStatic, kServlet, kSimulator, kHome, kUserFile };
+enum class Route { kStatic, kServlet, kSimulator, kHome, kUserFile, kSettings };
 
 struct AdmissionRules {
   std::size_t maxUpload = 0;  // bytes of the longest body

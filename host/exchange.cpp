@@ -199,10 +199,14 @@ void Exchange::connectionEnded() {
 // --- The turn
 
 void Exchange::run() {
-  answer_ = core_.stopping ? errorAnswer(503, head_.wantsJson) : core_.runner.run(head_, body_);
+  answer_ = core_.stopping ? errorAnswer(503, head_.wantsJson) : turnAnswer();
   const Turn before = turn_.exchange(Turn::kAnswered);
   if (stream_) stream_->answered();
   if (before == Turn::kPaused) resume();
+}
+
+Answer Exchange::turnAnswer() {
+  return admission_.route == Route::kSettings ? core_.runner.settings(head_) : core_.runner.run(head_, body_);
 }
 
 void Exchange::cancel() {

@@ -62,6 +62,7 @@ class Exchange final : public Job, private Pausable, public std::enable_shared_f
   MHD_Result takeAnswer();
   bool keepsPace(std::size_t bytes);
 
+  Answer turnAnswer();
   Answer simulatorAnswer();
   Answer staticAnswer();
   Answer userFileAnswer();

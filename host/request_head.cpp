@@ -55,6 +55,8 @@ RequestHead readHead(std::string method, std::string_view target, Sender sender,
   head.fetchMode = header("Sec-Fetch-Mode");
   head.fetchDest = header("Sec-Fetch-Dest");
   head.wantsJson = prefersJson(header("Accept"));
+  head.acceptsGzip = host::acceptsGzip(header("Accept-Encoding"));
+  head.ifNoneMatch = header("If-None-Match");
   head.contentLength = parseLength(header("Content-Length"));
   return head;
 }

@@ -25,7 +25,8 @@ struct RequestHead {
   std::optional<std::string> contentType;
   std::string sessionId;  // from the cookie; empty when there is none
   std::string origin, fetchSite, fetchMode, fetchDest;
-  bool wantsJson = false;
+  bool wantsJson = false, acceptsGzip = false;
+  std::string ifNoneMatch;
   std::uint64_t contentLength = 0;
 
   // A field of the query; null when absent.

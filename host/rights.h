@@ -34,12 +34,13 @@ class Rights {
   bool mayRead(std::string_view field);
   // What of a page's list may be shown; the list itself when that is all.
   TMPL_varlist* visible(std::string_view templatePath, TMPL_varlist* list);
+  // Whether the session sees what stands below all of these keys.
+  bool seesAll(const Keys& keys);
   // Variables of the page that says what mayRun() refused: "isAction" when the page itself may be seen.
   TMPL_varlist* forbiddenList();
 
  private:
   bool sees(const std::string& key);
-  bool seesAll(const Keys& keys);
   bool seesOne(const Places& places);
   bool maySeePage(const std::string& page, const FieldLookup& field);
   bool isAskedElsewhere(const FieldLookup& field);

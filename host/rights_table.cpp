@@ -38,6 +38,20 @@ const TemplateMarkup* RightsTable::markup(std::string_view templatePath) const {
   return found != templates_.end() && found->second.markup ? &*found->second.markup : nullptr;
 }
 
+// Of several templates for one page, a form's constant tells which one the tab opens.
+const TemplateMarkup* RightsTable::templateOf(const DeclaredTab& tab) const {
+  if (const TemplateMarkup* own = markup(tab.page + std::string(kEnding))) return own;
+  const auto opens = [&](const DeclaredAction& action) {
+    const std::pair constant(tab.field, tab.value);
+    return action.page == tab.page && std::count(action.constants.begin(), action.constants.end(), constant) > 0;
+  };
+  for (const auto& [name, entry] : templates_) {
+    if (entry.markup && std::any_of(entry.markup->actions.begin(), entry.markup->actions.end(), opens))
+      return &*entry.markup;
+  }
+  return nullptr;
+}
+
 void RightsTable::refresh() {
   const auto now = std::chrono::steady_clock::now();
   if (checked_ != std::chrono::steady_clock::time_point() && now - checked_ < kCheckInterval) return;

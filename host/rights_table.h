@@ -30,8 +30,10 @@ class RightsTable {
   const PageDeclarations& page(std::string_view name) const;
   // What a template says of its variables. Null for one that cannot be read.
   const TemplateMarkup* markup(std::string_view templatePath) const;
-  // The navigation's tabs.
+  // The navigation's tabs, in its order.
   const std::vector<DeclaredTab>& tabs() const { return tabs_; }
+  // The template that a tab opens; null when none is known to.
+  const TemplateMarkup* templateOf(const DeclaredTab& tab) const;
 
  private:
   struct Entry {

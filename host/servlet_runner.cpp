@@ -4,10 +4,12 @@
 #include <exception>
 
 #include "host/admission.h"
+#include "host/json_answer.h"
 #include "host/log.h"
 #include "host/page_table.h"
 #include "host/request.h"
 #include "host/response.h"
+#include "host/settings_index.h"
 
 namespace host {
 namespace {
@@ -64,17 +66,27 @@ bool ServletRunner::isLoggedIn(const RequestHead& head) const {
   return !rebooted && sessions_.isLoggedIn(head.sessionId, head.secure, std::chrono::steady_clock::now());
 }
 
-Answer ServletRunner::run(const RequestHead& head, Body& body) {
+// Lets no exception out, and nobody in while the device reboots.
+template <class Serve>
+Answer ServletRunner::guarded(const RequestHead& head, const Serve& serve) {
   try {
     forgetSessionsAfterReboot();
     if (settings_.device.rebooting && settings_.device.rebooting()) return answerTo(rebootRefusal(), head.wantsJson);
-    return serve(head, body);
+    return serve();
   } catch (const std::exception& error) {
     logLine({"request failed: ", error.what()});
   } catch (...) {
     logLine({"request failed"});
   }
   return errorAnswer(500, head.wantsJson);
+}
+
+Answer ServletRunner::run(const RequestHead& head, Body& body) {
+  return guarded(head, [&] { return serve(head, body); });
+}
+
+Answer ServletRunner::settings(const RequestHead& head) {
+  return guarded(head, [&] { return serveSettings(head); });
 }
 
 Answer ServletRunner::serve(const RequestHead& head, Body& body) {
@@ -99,13 +111,25 @@ Answer ServletRunner::serve(const RequestHead& head, Body& body) {
   return answer;
 }
 
+Answer ServletRunner::serveSettings(const RequestHead& head) {
+  const std::string user = sessions_.userOf(head.sessionId, head.secure, std::chrono::steady_clock::now());
+  if (user.empty()) return errorAnswer(403, true);
+  rights_.refresh();
+  std::optional<Rights> rights;
+  if (hasRights()) rights.emplace(rights_, settings_.device, user, "", "");
+  return jsonAnswer(settingsIndex(rights_, rights ? &*rights : nullptr), head);
+}
+
+bool ServletRunner::hasRights() const {
+  return settings_.rights && settings_.device.level && settings_.device.identity;
+}
+
 // Nothing for those whom the filter let in without a login, and where everyone has all rights.
 std::optional<Rights> ServletRunner::rightsOf(const PageContext& context, const char* action) {
-  const Device& device = settings_.device;
-  if (!settings_.rights || !device.level || !device.identity || context.page == kLoginPage) return std::nullopt;
+  if (!hasRights() || context.page == kLoginPage) return std::nullopt;
   const char* user = context.session ? context.session->getAttribute("user") : nullptr;
   if (!user) return std::nullopt;
-  return std::optional<Rights>(std::in_place, rights_, device, user, context.page, action ? action : "");
+  return std::optional<Rights>(std::in_place, rights_, settings_.device, user, context.page, action ? action : "");
 }
 
 // Lets the page have the request. True when there was an answer, be it an empty one.

@@ -38,11 +38,18 @@ class ServletRunner {
 
   // Answers one request to "/servlet". To be called in its turn alone; lets no exception out.
   Answer run(const RequestHead& head, Body& body);
+  // Answers with the words of all settings that the client sees (host/settings_index.h), 403 when he is not logged in.
+  // As above.
+  Answer settings(const RequestHead& head);
   // True when the client is logged in. Safe from any thread.
   bool isLoggedIn(const RequestHead& head) const;
 
  private:
+  template <class Serve>
+  Answer guarded(const RequestHead& head, const Serve& serve);
   Answer serve(const RequestHead& head, Body& body);
+  Answer serveSettings(const RequestHead& head);
+  bool hasRights() const;
   std::optional<Rights> rightsOf(const PageContext& context, const char* action);
   bool runPage(const RequestHead& head, Body& body, Request& request, PageContext& context, Response& response);
   void forgetSessionsAfterReboot();

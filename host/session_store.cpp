@@ -107,6 +107,10 @@ bool SessionStore::isLoggedIn(const std::string& id, bool secure, SessionTime no
   return at->second->hasUser_ && !at->second->expired(now);
 }
 
+std::string SessionStore::userOf(const std::string& id, bool secure, SessionTime now) const {
+  return isLoggedIn(id, secure, now) ? sessions_.find(id)->second->getAttribute("user") : std::string();
+}
+
 void SessionStore::login(Session& session) {
   const Lock lock(mutex_);
   const char* user = session.getAttribute("user");

@@ -86,6 +86,8 @@ class SessionStore {
   void clear();
   // True for the session of somebody who is logged in. It does not count as use of the session. Safe from any thread.
   bool isLoggedIn(const std::string& id, bool secure, SessionTime now) const;
+  // Who is logged in, as the session holds it; empty for nobody. It does not count as use of the session either.
+  std::string userOf(const std::string& id, bool secure, SessionTime now) const;
   std::size_t size() const { return sessions_.size(); }
 
  private:

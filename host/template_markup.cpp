@@ -9,6 +9,7 @@
 
 #include "host/fields.h"
 #include "host/template_markers.h"
+#include "host/template_texts.h"
 
 namespace host {
 namespace {
@@ -132,9 +133,12 @@ class Reader {
     if (!page || element.tag != GUMBO_TAG_A) return;
     const std::string form = attributeText(element, "data-form");
     const std::size_t equals = std::min(form.find('='), form.size());
+    const std::string address = attributeText(element, "href");
     for (const std::string& one : wordsOf(page)) {
+      const bool isOpened = std::string_view(page).starts_with(one);  // the others are led to
       markup_.tabs.push_back({one, attributeText(element, "data-tab"), form.substr(0, equals),
-                              equals < form.size() ? form.substr(equals + 1) : "", navigations_ == 0});
+                              equals < form.size() ? form.substr(equals + 1) : "", isOpened ? address : "",
+                              navigations_ == 0});
     }
   }
 
@@ -260,6 +264,7 @@ std::optional<TemplateMarkup> readMarkup(std::string_view text, std::string_view
   const std::unique_ptr<GumboOutput, OutputEnd> output(gumbo_parse_with_options(&options, html->data(), html->size()));
   TemplateMarkup markup;
   Reader(page, markup).read(output->document);
+  markup.texts = readTexts(*output->document);
   return markup;
 }
 

@@ -33,10 +33,31 @@ struct DeclaredAction {
 };
 
 // A tab of the navigation, or of a row of tabs within a page: a page it opens, the key of who sees it (empty:
-// everyone), and the hidden field of the page's form that tells which one it is (empty: there is only one).
+// everyone), the hidden field of the page's form that tells which one it is (empty: there is only one), and the address
+// behind it (empty for a page that is only led to).
 struct DeclaredTab {
-  std::string page, key, field, value;
+  std::string page, key, field, value, address;
   bool isInRow;
+};
+
+// A setting in the words of its page, in English: a field, a line of values, or a card without either.
+struct DeclaredText {
+  std::string anchor;  // the id or name by which the page has it; empty when it has only its label
+  std::string label, help;
+  std::vector<std::string> headings;  // above it, the outermost first
+  Keys keys;
+};
+
+// A link that opens a page.
+struct DeclaredLink {
+  std::string page, address;
+  Keys keys;
+};
+
+struct TemplateTexts {
+  std::string title, heading, lead;
+  std::vector<DeclaredText> settings;  // as they stand on the page
+  std::vector<DeclaredLink> links;     // outside the navigation
 };
 
 struct TemplateMarkup {
@@ -44,6 +65,7 @@ struct TemplateMarkup {
   std::vector<std::string> guarded;                      // those of them that not everyone sees
   std::vector<DeclaredAction> actions;
   std::vector<DeclaredTab> tabs;
+  TemplateTexts texts;
 };
 
 // Reads the text of a template that shows the page `page`. Nothing for one that is too large to be one of ours.
