@@ -13,6 +13,13 @@ export function t(text, ...values) {
   return (texts.get(key) ?? key).replace(/%([1-9])/g, (mark, number) => values[number - 1] ?? mark);
 }
 
+// Takes in the texts of all other sections, for what names settings of their pages.
+export async function loadAllTexts() {
+  const { sections = {} } = window.phoneLanguage ?? {};
+  const files = await Promise.all(Object.values(sections).map((address) => import(address).catch(() => ({ default: {} }))));
+  for (const [key, text] of files.flatMap((file) => Object.entries(file.default))) texts.set(key, text);
+}
+
 // A text of the phone's: "Account3" is looked up as "Account%d" when it has no translation of its own.
 function phoneText(text) {
   const key = tidy(text);
