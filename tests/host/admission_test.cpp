@@ -36,7 +36,7 @@ const AdmissionRules kRules{3 << 20, true, {"phone.example.com"}, {"/media/user/
 std::string admitted(const std::string& request, const AdmissionRules& rules = kRules, bool rebooting = false) {
   const Admission admission = admit(headOf(request), rules, rebooting);
   if (!admission.refusal) {
-    static constexpr const char* kRoutes[] = {"static", "servlet", "simulator", "home", "user file"};
+    static constexpr const char* kRoutes[] = {"static", "servlet", "simulator", "home", "user file", "settings"};
     return kRoutes[static_cast<int>(admission.route)];
   }
   std::string text = std::to_string(admission.refusal->status);
@@ -64,6 +64,7 @@ TEST(Admission, RoutesWhatIsAskedForRightly) {
   expectAll("servlet", {"HEAD /servlet?p=a", "POST /servlet", "GET http://127.0.0.1/servlet?p=a", longest});
   expectAll("static", {"GET /servlet/", "GET /%73ervlet?p=a", "GET /js/app.js?p=a", "GET /simulator"});
   expectAll("simulator", {"PATCH /simulator/state"});
+  expectAll("settings", {"HEAD /settings.json?x"});
   expectAll("user file", {"HEAD /media/user/a.wav?p=a"});
   expectAll("405 Allow: GET, HEAD", {"POST /js/app.js", "POST /media/user/a", "POST /", "get /"});
   expectAll("405 Allow: GET, HEAD, POST", {"PUT /servlet?p=a"});
