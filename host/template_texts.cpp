@@ -173,7 +173,7 @@ class TextReader {
 
   void noteValue(const Node& node) {
     const Node* value = find(*node.parent, [](const Node& one) { return is(one, GUMBO_TAG_DD); });
-    add(node, value ? attribute(*value, "data-var") : "", textOf(&node), "");
+    add(node, value ? attribute(*value, "data-var") : "", textOf(&node), textOf(value));
   }
 
   // A card whose settings are neither fields nor values is found as a whole.

@@ -24,7 +24,7 @@ constexpr char kAny[] = R"({{%AUTOESCAPE context="HTML"}}
 <div><h3>Rows</h3><div class="field"><label>Row</label></div><div class="field"><label>Row</label></div></div>
 <div class="field"><label>{{x}}</label></div>
 </section>
-<div class="card"><h2>Values</h2><dl><div><dt>Value</dt><dd data-var="v">{{v}}</dd></div></dl></div>
+<div class="card"><h2>Values</h2><dl><div><dt>Value</dt><dd data-var="v">{{v}}</dd></div><div><dt>$v</dt><dd>Means v.</dd></div></dl></div>
 <div class="card" id="list"><h2>List</h2>{{#x_off}}<p class="help">None.</p>{{/x_off}}<ol></ol></div>
 {{#x_off}}<div class="card"><h2>There is nothing</h2></div>{{/x_off}}
 </form><dialog><div class="field"><label>Asked</label><input></div></dialog>
@@ -68,7 +68,7 @@ class SettingsTest : public ServerTest {
 constexpr char kFirst[] =
     R"({"title":"First page","heading":"The first","lead":"What <it> is for.","address":"/servlet?p=any&q=load&acc=0","settings":[["a","A label","Help \"me\"","Card"],)";
 constexpr char kRest[] =
-    R"(["","Grouped","","Card"],["own","Below","","Card","Grouped"],["","Row","","Card","Rows"],["v","Value","","Values"],["list","List"]]})";
+    R"(["","Grouped","","Card"],["own","Below","","Card","Grouped"],["","Row","","Card","Rows"],["v","Value","","Values"],["","$v","Means v.","Values"],["list","List"]]})";
 constexpr char kLinked[] =
     R"(,{"title":"Linked","heading":"","lead":"","address":"/servlet?p=linked&q=load&z=0","settings":[]})";
 constexpr char kOne[] =

@@ -66,6 +66,7 @@ function focus(shown) {
 // False when the page has no such setting, or none with an empty anchor; then it shows its beginning.
 export function showSetting(anchor) {
   for (const hint of main.querySelectorAll(".arrival")) hint.remove();
+  for (const earlier of main.querySelectorAll(".arrived")) earlier.classList.remove("arrived");
   const place = anchor ? find(anchor) : null;
   if (!place) return false;
   const shown = reveal(place);
@@ -74,7 +75,6 @@ export function showSetting(anchor) {
   shown.scrollIntoView({ block: isTall ? "start" : "center" });
   focus(shown);
   explain(place, shown);
-  shown.classList.remove("arrived");
   requestAnimationFrame(() => shown.classList.add("arrived"));
   shown.addEventListener("animationend", () => shown.classList.remove("arrived"), { once: true });
   return true;

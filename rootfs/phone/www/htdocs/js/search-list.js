@@ -31,7 +31,7 @@ function entryOf(page, anchor, { label, heading = "", help = "", isPage = false 
 
 function entriesOf({ title, heading, lead, address, settings }) {
   const path = pathOf(address, t(title));
-  const page = { address, path, words: fold(`${path} ${t(title)}`) };
+  const page = { address, path, words: fold(`${path} ${t(title)} ${t(heading)}`) };
   const own = entryOf(page, "", { label: t(title), heading: `${path} ${t(heading)}`, help: t(lead), isPage: true });
   own.shown.heading = "";
   return [own, ...settings.map(([anchor, label, help = "", ...headings]) =>
