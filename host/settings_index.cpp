@@ -80,9 +80,9 @@ class IndexWriter {
   }
 
   static ordered_json asJson(const DeclaredText& setting) {
-    ordered_json texts{setting.anchor, setting.label, setting.help};
+    ordered_json texts{setting.anchor, setting.label};
+    if (!setting.help.empty() || !setting.headings.empty()) texts.push_back(setting.help);
     for (const std::string& heading : setting.headings) texts.push_back(heading);
-    while (texts.back() == "") texts.erase(texts.size() - 1);
     return texts;
   }
 
