@@ -54,6 +54,7 @@ test("settings of all pages are found as one types, and opened where they stand"
     ["srtp", "p=account-adv&q=load&acc=0#AccountSrtpEncryption", "AccountSrtpEncryption"],
     ["forwarding settings for", "p=features-forward&q=load#ForwardMode", "ForwardMode"],
     ["mac address", "p=status&q=load#MACAddress", ""],
+    ["firmware", "p=status&q=load#firmware", ""],
     ["text rings", "p=settings-ring&q=load#Text", "Text1"],
     ["pickup code line keys", "p=dsskey&q=load&model=1#key-ext", "key-type"],
     ["delivered keys", "p=dsskey&q=load&model=2#Delivered%20keys", ""],
@@ -72,13 +73,13 @@ test("a setting of the open page is shown without a reload, or the one that brin
   const questions = answerDialogs(page, false, true);
   await enter(page, { AccountLabel: "kept" });
   await search(page, "stun port");
-  assert.deepEqual(await open(page), ["p=account-register&q=load&acc=2", "AccountStunSwitch"]);
+  assert.deepEqual(await open(page), ["p=account-register&q=load&acc=2#AccountSTUNPort", "AccountStunSwitch"]);
   assert.equal(await page.textContent(".arrived .outcome"), "“STUN port” appears once you change this setting.");
   await page.keyboard.press("Space");
   assert.ok((await visibleFields(page)).includes("AccountSTUNPort"));
   assert.equal(await page.locator(".outcome").count(), 0);
   await search(page, "stun port");
-  assert.deepEqual(await open(page), ["p=account-register&q=load&acc=2", "AccountSTUNPort"]);
+  assert.deepEqual(await open(page), ["p=account-register&q=load&acc=2#AccountSTUNPort", "AccountSTUNPort"]);
   assert.equal(await page.inputValue("#AccountLabel"), "kept");
   await search(page, "registration");
   assert.equal(await marked(page), "Registration");

@@ -13,7 +13,8 @@ const create = (tag, attributes, ...children) => {
 
 // --- What can be found
 
-const menuLink = (address) => [...document.querySelectorAll("#navigation [data-page]")].find((link) => link.getAttribute("href") === address);
+const leadsTo = (link, address) => link.href === new URL(address, location).href;
+const menuLink = (address) => [...document.querySelectorAll("#navigation [data-page]")].find((link) => leadsTo(link, address));
 
 // Where the menu has the page: "Account › Registration".
 function pathOf(address, title) {
@@ -58,7 +59,7 @@ function search(entries, query) {
 // True when the reader looks at the page already, whatever account he has chosen there.
 function isOpen(address) {
   const current = document.querySelector('#navigation [aria-current="page"]');
-  if (current) return current.getAttribute("href") === address;
+  if (current) return leadsTo(current, address);
   return !menuLink(address) && new URL(address, location).searchParams.get("p") === document.body.dataset.page;
 }
 
@@ -173,6 +174,7 @@ class Search {
     event.preventDefault();
     this.close();
     this.input.blur();
+    history.replaceState(null, "", `${location.pathname}${location.search}${option.hash}`);
     const { showSetting } = await import("./search-arrival.js");
     if (showSetting(anchor)) return;
     window.scrollTo(0, 0);
