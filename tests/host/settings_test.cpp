@@ -120,7 +120,7 @@ TEST_F(SettingsTest, AreForThoseWhoAreLoggedInAndKeptByTheirBrowsers) {
   EXPECT_NE(plain.header("etag"), get("/settings.json", as("user")).header("etag"));
   const Reply kept = get("/settings.json", admin + gzip + "If-None-Match: " + packed.header("etag") + "\r\n");
   EXPECT_EQ(std::to_string(kept.status) + kept.body, "304");
-  Client client(server_->port());
+  Client client(port());
   client.send(head("HEAD", "/settings.json", admin));
   EXPECT_EQ(client.receive(false).header("content-length"), std::to_string(plain.body.size()));
   EXPECT_EQ(get("/settings.json", admin + "Sec-Fetch-Site: cross-site\r\n").status, 403);

@@ -356,6 +356,11 @@ window.phoneLanguage = {
     "PC port speed": "سرعة منفذ الحاسوب",
     "Interval (seconds)": "الفاصل (بالثواني)",
 
+    "Area code": "رمز المنطقة",
+    "Replace rules": "قواعد الاستبدال",
+    "Dial-now rules": "قواعد الطلب الفوري",
+    "Blocked numbers": "الأرقام المحظورة",
+
     // Checks of codes, lists and tones
     "Enter digits only.": "أدخل أرقامًا فقط.",
     "Enter digits, *, # and + only.": "أدخل أرقامًا و* و# و+ فقط.",
@@ -445,7 +450,6 @@ window.phoneLanguage = {
     "Error:The message is too long!": "الرسالة مع عنوانها طويلة جدًا.",
     "Error:The message holds control characters!": "تحتوي الرسالة على أحرف لا يمكن إرسالها.",
     "Error:The message was not sent!": "لم يتمكن الهاتف من إرسال الرسالة.",
-    "Nothing matches.": "لا شيء يطابق.",
     "Emergency numbers": "أرقام الطوارئ",
 
     // Files

@@ -356,6 +356,11 @@ window.phoneLanguage = {
     "PC port speed": "Geschwindigkeit des PC-Anschlusses",
     "Interval (seconds)": "Abstand (Sekunden)",
 
+    "Area code": "Ortsvorwahl",
+    "Replace rules": "Ersetzungsregeln",
+    "Dial-now rules": "Sofortwahlregeln",
+    "Blocked numbers": "Gesperrte Nummern",
+
     // Checks of codes, lists and tones
     "Enter digits only.": "Geben Sie nur Ziffern ein.",
     "Enter digits, *, # and + only.": "Geben Sie nur Ziffern, *, # und + ein.",
@@ -445,7 +450,6 @@ window.phoneLanguage = {
     "Error:The message is too long!": "Die Nachricht ist mit ihrer Adresse zu lang.",
     "Error:The message holds control characters!": "Die Nachricht enthält Zeichen, die nicht gesendet werden können.",
     "Error:The message was not sent!": "Das Telefon konnte die Nachricht nicht senden.",
-    "Nothing matches.": "Nichts passt.",
     "Emergency numbers": "Notrufnummern",
 
     // Files

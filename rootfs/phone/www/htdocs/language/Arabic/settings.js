@@ -189,7 +189,6 @@ export default {
   "The name that the server logs in with at the phone.": "الاسم الذي يسجّل به الخادم دخوله إلى الهاتف.",
 
   // Area code
-  "Area code": "رمز المنطقة",
   "The phone puts the area code before local numbers.": "يضع الهاتف رمز المنطقة قبل أرقام منطقته.",
   "Such as 0571. Leave empty for none.": "مثل 0571. اتركه فارغًا إن لم يوجد.",
   "Shortest number (digits)": "أقصر رقم (بالخانات)",
@@ -199,7 +198,6 @@ export default {
   "The accounts that use the area code, separated by commas, such as 1,2. Leave empty for all.": "الحسابات التي تستخدم رمز المنطقة، تفصل بينها فواصل، مثل 1,2. اتركه فارغًا لكل الحسابات.",
 
   // Dial plan: replace rules
-  "Replace rules": "قواعد الاستبدال",
   "What the phone dials in place of what was typed.": "ما يطلبه الهاتف بدل ما كُتب.",
   "Rules": "القواعد",
   "Rule": "القاعدة",
@@ -218,14 +216,12 @@ export default {
   "The rules have been changed meanwhile. Reload the page and try again.": "تغيّرت القواعد في هذه الأثناء. أعد تحميل الصفحة وحاول مرة أخرى.",
 
   // Dial-now rules
-  "Dial-now rules": "قواعد الطلب الفوري",
   "Numbers": "الأرقام",
   "Numbers that the phone dials as soon as they are complete.": "أرقام يطلبها الهاتف حالما تكتمل.",
   "When the number that is being typed fits a rule, it is dialled without the send key.": "إذا طابق الرقم أثناء كتابته قاعدةً طُلب من دون مفتاح الإرسال.",
   "The complete number, such as 112, xxx or [2-8]xx.": "الرقم كاملًا، مثل 112 أو xxx أو [2-8]xx.",
 
   // Blocked numbers
-  "Blocked numbers": "الأرقام المحظورة",
   "Numbers that cannot be dialled from this phone.": "أرقام لا يمكن طلبها من هذا الهاتف.",
   "Complete numbers or rules for them, as the phone would dial them: after the replace rules and the area code.": "أرقام كاملة أو قواعد لها، كما كان الهاتف سيطلبها: بعد قواعد الاستبدال ورمز المنطقة.",
   "Accounts are separated by commas, such as 1,2. Leave them empty to block the number for all.": "تفصل بين الحسابات فواصل، مثل 1,2. اتركها فارغة لحظر الرقم على كل الحسابات.",

@@ -189,7 +189,6 @@ export default {
   "The name that the server logs in with at the phone.": "Der Name, mit dem sich der Server beim Telefon anmeldet.",
 
   // Area code
-  "Area code": "Ortsvorwahl",
   "The phone puts the area code before local numbers.": "Das Telefon setzt die Ortsvorwahl vor Nummern des eigenen Ortes.",
   "Such as 0571. Leave empty for none.": "Zum Beispiel 0571. Leer lassen, wenn es keine gibt.",
   "Shortest number (digits)": "Kürzeste Nummer (Ziffern)",
@@ -199,7 +198,6 @@ export default {
   "The accounts that use the area code, separated by commas, such as 1,2. Leave empty for all.": "Die Konten, die die Ortsvorwahl benutzen, durch Kommas getrennt, etwa 1,2. Leer lassen für alle.",
 
   // Dial plan: replace rules
-  "Replace rules": "Ersetzungsregeln",
   "What the phone dials in place of what was typed.": "Was das Telefon statt der eingegebenen Nummer wählt.",
   "Rules": "Regeln",
   "Rule": "Regel",
@@ -218,14 +216,12 @@ export default {
   "The rules have been changed meanwhile. Reload the page and try again.": "Die Regeln wurden inzwischen geändert. Laden Sie die Seite neu und versuchen Sie es noch einmal.",
 
   // Dial-now rules
-  "Dial-now rules": "Sofortwahlregeln",
   "Numbers": "Nummern",
   "Numbers that the phone dials as soon as they are complete.": "Nummern, die das Telefon wählt, sobald sie vollständig sind.",
   "When the number that is being typed fits a rule, it is dialled without the send key.": "Passt die Nummer während der Eingabe zu einer Regel, wird sie ohne die Sendetaste gewählt.",
   "The complete number, such as 112, xxx or [2-8]xx.": "Die vollständige Nummer, etwa 112, xxx oder [2-8]xx.",
 
   // Blocked numbers
-  "Blocked numbers": "Gesperrte Nummern",
   "Numbers that cannot be dialled from this phone.": "Nummern, die von diesem Telefon aus nicht gewählt werden können.",
   "Complete numbers or rules for them, as the phone would dial them: after the replace rules and the area code.": "Vollständige Nummern oder Regeln für sie, so wie das Telefon sie wählen würde: nach den Ersetzungsregeln und der Ortsvorwahl.",
   "Accounts are separated by commas, such as 1,2. Leave them empty to block the number for all.": "Konten werden durch Kommas getrennt, etwa 1,2. Leer lassen, um die Nummer für alle zu sperren.",
