@@ -24,7 +24,8 @@ TEST_F(SettingsConfigTest, AnImportTakesThePlaceOfWhatIsThere) {
   EXPECT_EQ(import(Tar().file("factory/htpasswd", "admin:x\n").file("factory/data/htpasswd", "no")), kUpdating);
   EXPECT_EQ(content("/config/htpasswd") + content("/config/data/htpasswd"), "admin:x\nadmin:x\n");
   struct stat status {};
-  EXPECT_EQ(stat(file("/config/data/htpasswd").c_str(), &status) + (status.st_mode & 0777), 0600);
+  EXPECT_EQ(stat(file("/config/data/htpasswd").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0600u);
   setConfig("AreaCode=1");
   EXPECT_THAT(content("/config/global.ini"), Not(HasSubstr("030"))) << "what was there before is not brought back";
   setConfig("AreaCode=5&UpdateStatus=x");

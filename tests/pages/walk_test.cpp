@@ -58,6 +58,12 @@ Names levelsOf(const Rendered& page) {
   return matches(page.variables.value("ShowLevel", ""), R"(([\w-]+)=)");
 }
 
+// Those of them that are for parts of the page, not for tabs.
+Names itemsOf(const Rendered& page) {
+  const std::string levels = page.variables.value("ShowLevel", "");
+  return matches(levels.substr(levels.find('$') + 1), R"(([\w-]+)=)");
+}
+
 // The names of a page's variables, of its loops and of their rows' variables.
 Names namesOf(const nlohmann::json& variables) {
   const nlohmann::json flat = variables.flatten();
@@ -139,11 +145,14 @@ TEST_P(WalkTest, TemplatesAndHandlersAgree) {
     ASSERT_FALSE(shown.html.empty()) << page;
     const std::string text = templateText(shown.templatePath);
     const Names levels = levelsOf(shown);
-    for (const std::string& key : matches(text, R"re(data-level="([^"]*)")re")) {
-      EXPECT_TRUE(levels.contains(key)) << page << ": data-level " << key;
+    const Values unused = walkRecord(page).unused, ungiven = walkRecord(page).ungiven;
+    const Names guarding = matches(text, R"re(data-level="([^"]*)")re");
+    for (const std::string& key : guarding) EXPECT_TRUE(levels.contains(key)) << page << ": data-level " << key;
+    for (const std::string& key : itemsOf(shown)) {
+      if (given.contains(key)) continue;  // a setting of the page, which is no level
+      EXPECT_NE(guarding.contains(key), unused.contains(key)) << page << ": nothing is guarded by " << key;
     }
     const Names used = matches(text, kUsed);
-    const Values unused = walkRecord(page).unused, ungiven = walkRecord(page).ungiven;
     for (const std::string& name : used) {
       EXPECT_NE(given.contains(name), ungiven.contains(name)) << page << " uses " << name;
     }
