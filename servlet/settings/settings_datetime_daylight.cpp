@@ -1,8 +1,6 @@
 #include "servlet/settings/settings_datetime_daylight.h"
 
 #include <algorithm>
-#include <charconv>
-#include <climits>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -10,6 +8,7 @@
 #include "framework/config_operate.h"
 #include "framework/text_utils.h"
 #include "platform/log.h"
+#include "servlet/settings/settings_datetime_boundary.h"
 #include "servlet/settings/settings_datetime_zones.h"
 
 namespace {
@@ -20,51 +19,11 @@ constexpr std::size_t kBoundarySize = 16;
 constexpr std::size_t kPartSize = 8;
 constexpr std::size_t kWeekSize = 4;
 constexpr int kLargestShift = 300;
-constexpr int kDaysOfMonth[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 constexpr char kAutomatic[] = "2";
 
 struct DaylightRule {
   std::string kind, start, end, offset;
 };
-
-// The number that a text begins with, behind blanks, taken off its front; beyond an int, the largest.
-std::optional<int> takeNumber(std::string_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
-  const bool hasPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
-  const char* begin = text.data() + (hasPlus ? 1 : 0);
-  int number = 0;
-  const auto [stop, error] = std::from_chars(begin, text.data() + text.size(), number);
-  if (error == std::errc::invalid_argument) return std::nullopt;
-  text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
-  return error == std::errc() ? number : INT_MAX;
-}
-
-// The numbers divided by "/" that a text begins with, `most` at the most. What follows the last one does not count.
-std::vector<int> leadingNumbers(std::string_view text, std::size_t most) {
-  std::vector<int> numbers;
-  while (numbers.size() < most) {
-    const std::optional<int> number = takeNumber(text);
-    if (!number) break;
-    numbers.push_back(*number);
-    if (!text.starts_with('/')) break;
-    text.remove_prefix(1);
-  }
-  return numbers;
-}
-
-bool isWithin(int number, int least, int most) {
-  return number >= least && number <= most;
-}
-
-bool isDate(const std::vector<int>& numbers) {
-  return numbers.size() == 3 && isWithin(numbers[0], 1, 12) && isWithin(numbers[1], 1, kDaysOfMonth[numbers[0] - 1]) &&
-         isWithin(numbers[2], 0, 23);
-}
-
-bool isWeek(const std::vector<int>& numbers) {
-  return numbers.size() == 4 && isWithin(numbers[0], 1, 12) && isWithin(numbers[1], 1, 5) &&
-         isWithin(numbers[2], 1, 7) && isWithin(numbers[3], 0, 23);
-}
 
 DaylightRule storedRule() {
   return {readConfigPlain("DSTTimeType", kKindSize), readConfigPlain("DSTStartTime", kBoundarySize),
@@ -142,12 +101,6 @@ std::string shiftOf(const pugi::xml_node& zone) {
 }
 
 }  // namespace
-
-bool CheckDSTTime(const char* kind, const char* text) {
-  if (!kind || !text) return false;
-  const std::vector<int> numbers = leadingNumbers(text, 4);
-  return (kind == kRuleByDate && isDate(numbers)) || (kind == kRuleByWeek && isWeek(numbers));
-}
 
 TMPL_varlist* GetDaylightTimeByZone(TMPL_varlist* list, const std::string& zone) {
   DaylightRule rule = storedRule();

@@ -8,12 +8,10 @@
 #include <string_view>
 
 #include "framework/servlet_base.h"
+#include "servlet/settings/settings_datetime_boundary.h"
 
 inline constexpr std::string_view kRuleByDate = "0";
 inline constexpr std::string_view kRuleByWeek = "1";
-
-// True when the text is a boundary that a rule of this kind can have. Both may be null.
-bool CheckDSTTime(const char* kind, const char* text);
 
 // Adds the rule that holds: the phone's own or, with automatic daylight saving, that of the zone. Adds nothing when the
 // zones cannot be read.
