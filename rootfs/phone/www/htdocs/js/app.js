@@ -1,7 +1,8 @@
 // What every page does once it has been read: language, visibility, forms. Then it is shown.
 import { prepareForm } from "./form.js";
 import { t, translatePage } from "./i18n.js";
-import { message } from "./message.js";
+import { arrived } from "./left.js";
+import { message, messageBefore } from "./message.js";
 import { applyLevels } from "./visibility.js";
 
 const { page, identity = "", showLevel = "" } = document.body.dataset;
@@ -21,12 +22,11 @@ function nameCells() {
   }
 }
 
-// A save ends in the page that "saved" names, with the text for it in a second line where it is another one; that page
-// tells of it, any other forgets it.
+// A save ends in the page that it was made on, or names another one; that page tells of it, any other forgets it, and so
+// does one that is only opened again.
 function confirmSave() {
-  const [target, text = t("Saved.")] = sessionStorage.getItem("saved")?.split("\n") ?? [];
-  sessionStorage.removeItem("saved");
-  if (target !== page || document.getElementById("notice")) return;
+  const text = messageBefore(arrived ? t("Saved.") : "");
+  if (!text || document.getElementById("notice")) return;
   message(text);
   // A page shown as the answer to the save itself is not to be posted again by a reload.
   if (location.search.includes("q=write")) history.replaceState(null, "", location.href.replace("q=write", "q=load"));
@@ -36,7 +36,9 @@ try {
   translatePage(document.documentElement);
   prepareMenu();
   nameCells();
-  if (page !== "login") {
+  if (page === "login") {
+    messageBefore("");  // a save that ended here did not take place
+  } else {
     const allowed = applyLevels({ page, identity, showLevel });
     for (const form of document.querySelectorAll("form[method=post]:has(.bar)")) prepareForm(form);
     confirmSave();

@@ -1,5 +1,6 @@
 // The custom directories: the phone loads their list from the server, and the page follows that and shows them as boxes.
 // What is ticked makes up the field that is saved; a list that does not show is not saved.
+import { compose, noteChange } from "./changed.js";
 import { t } from "./i18n.js";
 import { message } from "./message.js";
 import { ask, poll, SessionEnded } from "./poll.js";
@@ -25,6 +26,7 @@ function adoptList() {
   isShown.value = boxes().length ? "yes" : "no";
   names.value = ticked();
   names.dataset.stored = names.value;
+  noteChange(names.form);
   tell(boxes().length ? "" : t("The server has no custom directories."), "warning");
 }
 
@@ -64,6 +66,15 @@ function follow() {
   questions.resume();
 }
 
+compose(names.form, {
+  inputs: [names],
+  say: ([value]) => value.split(",").join(", "),
+  write([value]) {
+    for (const box of boxes()) box.checked = value.split(",").includes(box.value);
+    names.value = ticked();
+    return names.value === value;
+  },
+});
 list.addEventListener("change", () => { names.value = ticked(); });
 if (custom[0].defaultChecked) {
   if (field.dataset.state === "false") adoptList();

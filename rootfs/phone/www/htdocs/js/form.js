@@ -9,14 +9,14 @@
 // A field that is not shown is not posted, and the phone leaves its setting alone.
 import { checks, relations } from "./checks.js";
 import { t } from "./i18n.js";
-import { message } from "./message.js";
+import { message, messageAfter } from "./message.js";
 
 const secretMask = "********";
 const typingPause = 700;  // milliseconds before an error shows in a field that is being typed into
 
 const controls = (form) => [...form.elements].filter((control) => control.name && control.type !== "hidden" && control.type !== "submit");
 
-function isChanged(control) {
+export function isChanged(control) {
   if (control.disabled) return false;
   if (control.type === "checkbox" || control.type === "radio") return control.checked !== control.defaultChecked;
   if (control.options) return [...control.options].some((option) => option.selected !== option.defaultSelected);
@@ -166,7 +166,7 @@ function checkWhileTyping(form) {
     for (const input of composed(form)) input.value = input.dataset.stored;
     applyModes(form);
     for (const input of checkedInputs(form)) check(input, form);
-    message("");
+    if (!document.querySelector("#message button")) message("");
   }));
 }
 
@@ -183,13 +183,21 @@ function mustAsk(form, submitter) {
   return [...form.querySelectorAll("[data-restart]")].some(isChanged);
 }
 
+const asTheyAre = new Map();  // forms that are sent without checks and questions, with texts for the page that follows
+
+export function sendAsIs(form, text) {
+  asTheyAre.set(form, text);
+  form.requestSubmit(form.querySelector(".bar .primary"));
+  asTheyAre.delete(form);
+}
+
 function prepareSaving(form) {
   const dialog = form.querySelector("dialog");
   dialog?.querySelector("[data-close]").addEventListener("click", () => dialog.close());
   let leaving = false;
   form.addEventListener("submit", (event) => {
-    const wrong = checkedInputs(form).filter((input) => !check(input, form));
-    if (wrong.length || (dialog && !dialog.open && mustAsk(form, event.submitter))) {
+    const wrong = asTheyAre.has(form) ? [] : checkedInputs(form).filter((input) => !check(input, form));
+    if (wrong.length || (dialog && !dialog.open && !asTheyAre.has(form) && mustAsk(form, event.submitter))) {
       event.preventDefault();
       if (wrong.length) {
         dialog?.close();
@@ -201,7 +209,7 @@ function prepareSaving(form) {
       return;
     }
     leaving = true;
-    sessionStorage.setItem("saved", document.body.dataset.page);
+    messageAfter(asTheyAre.get(form) ?? "");
   });
   window.addEventListener("beforeunload", (event) => {
     if (!leaving && hasChanges(form)) event.preventDefault();
@@ -224,4 +232,6 @@ export function prepareForm(form) {
   prepareSaving(form);
   const anything = [...form.querySelectorAll(".field, .items, .keys > li")].some((field) => !field.closest("[hidden]"));
   form.querySelector(".bar").hidden = !anything;
+  // What is changed, and what was: only where something can be taken back, and while the page shows already.
+  if (form.querySelector(".bar [type=reset]")) import("./changes.js").then(({ followChanges }) => followChanges(form));
 }

@@ -1,8 +1,10 @@
 // One key of the page: its hidden fields, which are posted, and its row, which says what they mean.
+import { compose, noteChange } from "./changed.js";
 import { t } from "./i18n.js";
 import { choiceText, describe, placeText } from "./key-words.js";
 
 export const parameters = ["value", "line", "label", "ext"];
+const typeWithPin = "55";
 const fieldNames = { value: "memValue", line: "selLine", label: "memLabel", ext: "memExt" };
 
 const addText = (parent, className, text) => {
@@ -35,6 +37,26 @@ export class KeyRecord {
     place.textContent = placeOf ? placeOf(this.index) : placeText(place.textContent);
     this.place = place.textContent;
     this.draw();
+    this.tellChanges();
+  }
+
+  // A state is the values of the fields and, for another type than the stored one, what such a key has.
+  tellChanges() {
+    const fields = Object.values(this.fields);
+    const shapeOf = ([, shape]) => shape ?? this.storedShape;
+    compose(this.item.closest("form"), {
+      inputs: fields,
+      label: () => /^\d+$/.test(this.place) ? t("Key %1", this.place) : this.place,
+      isSecret: () => [this.fields.type.value, this.fields.type.dataset.stored].includes(typeWithPin),
+      stored: () => [fields.map((input) => input.dataset.stored)],
+      now: () => [fields.map((input) => input.value), ...this.shape === this.storedShape ? [] : [this.shape]],
+      say: (state) => this.words(Object.fromEntries(Object.keys(this.fields).map((name, index) => [name, state[0][index]])), shapeOf(state)).filter(Boolean).join(", "),
+      write: (state) => {
+        fields.forEach((input, index) => { input.value = state[0][index]; });
+        this.shape = shapeOf(state);
+        this.draw();
+      },
+    });
   }
 
   get type() { return Number(this.fields.type.value); }
@@ -48,10 +70,10 @@ export class KeyRecord {
   }
 
   // The choice that the text stands for, as people read it.
-  choice(name) {
-    const found = this.shape[name].choices.find(({ value }) => value === this.text(name));
+  choice(name, text = this.text(name), shape = this.shape) {
+    const found = shape[name].choices.find(({ value }) => value === text);
     if (found) return choiceText(found.text);
-    return this.text(name) === "-1" ? t("Automatic") : this.text(name);
+    return text === "-1" ? t("Automatic") : text;
   }
 
   // What was stored stays stored: nothing of the key is posted.
@@ -81,16 +103,25 @@ export class KeyRecord {
     this.draw();
   }
 
+  // What a key with these texts does, and its label, empty for none.
+  words(texts, shape) {
+    const { value, line, label } = shape;
+    const type = Number(texts.type);
+    const shownValue = value.enabled && !value.choices.length ? texts.value : "";
+    const shownLine = line.enabled ? this.choice("line", texts.line, shape) : "";
+    return [describe({ type, name: this.typeName(type), value: shownValue, line: shownLine }), label.enabled ? texts.label : ""];
+  }
+
   draw() {
-    const { value, line, label } = this.shape;
-    const name = this.typeName(this.type);
-    const shownValue = value.enabled && !value.choices.length ? this.text("value") : "";
+    const texts = Object.fromEntries(Object.entries(this.fields).map(([name, input]) => [name, input.value]));
+    const [what, label] = this.words(texts, this.shape);
     const lines = this.button.querySelector(".lines");
     lines.replaceChildren();
-    addText(lines, "what", describe({ type: this.type, name, value: shownValue, line: line.enabled ? this.choice("line") : "" }));
-    if (label.enabled && this.text("label")) addText(lines, "hint", this.text("label"));
+    addText(lines, "what", what);
+    if (label) addText(lines, "hint", label);
     if (this.isLocked) addText(lines, "hint", t("Locked on all pages"));
     if (this.isChanged) addText(lines, "hint changed", t("Not saved yet"));
     this.item.classList.toggle("idle", this.type === 0);
+    noteChange(this.item.closest("form"));
   }
 }

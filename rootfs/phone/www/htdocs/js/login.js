@@ -1,11 +1,13 @@
 // Logs in without leaving the form, so that a refusal, the lock-out included, is shown in the page's own words.
 import { showValue, t } from "./i18n.js";
+import { keptHere } from "./left.js";
 
 const form = document.querySelector("form");
 const { username, pwd, jumpto } = form.elements;
 const notice = document.getElementById("notice");
 const caps = document.getElementById("caps");
 
+document.getElementById("kept").hidden = !keptHere;
 (username.value ? pwd : username).focus();  // the page was not seen yet when the browser looked for "autofocus"
 
 function refuse(text) {

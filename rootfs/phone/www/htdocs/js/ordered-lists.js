@@ -2,6 +2,7 @@
 // arrow key, or by dragging. Each list writes its items' data-entry, joined by commas, to the hidden field beside it.
 // Items with hidden fields of their own are posted by these, under the name that their list's data-field gives them; the
 // field beside the list then has no name and only tells whether something was changed.
+import { compose, noteChange } from "./changed.js";
 import { t } from "./i18n.js";
 
 const nameOf = (item) => item.querySelector("span").textContent;
@@ -14,6 +15,8 @@ export function orderLists(lists, moveTexts, { spare, changed } = {}) {
   news.className = "only-read";
   news.setAttribute("role", "status");
   lists[0].after(news);
+  const form = lists[0].closest("form");
+  const titleOf = (list) => document.getElementById(list.getAttribute("aria-labelledby")).textContent;
   const fieldOf = (list) => list.parentElement.querySelector(":scope > input");
   const otherOf = (list) => lists[1 - lists.indexOf(list)];
   const store = () => {
@@ -28,16 +31,20 @@ export function orderLists(lists, moveTexts, { spare, changed } = {}) {
       });
     }
     changed?.();
+    noteChange(form);
   };
 
+  const copyOf = (some) => {
+    const copy = some.find((item) => item.dataset.entry === spare).cloneNode(true);
+    for (const button of copy.querySelectorAll("button")) button.remove();
+    prepare(copy);
+    return copy;
+  };
   const keepOneSpare = (moved) => {
     const [used, unused] = lists.map((list) => [...list.children].filter((item) => item.dataset.entry === spare));
     if (unused.includes(moved)) for (const item of unused) if (item !== moved) item.remove();
     if (unused.length || !used.length) return;
-    const copy = used[0].cloneNode(true);
-    for (const button of copy.querySelectorAll("button")) button.remove();
-    prepare(copy);
-    lists[1].prepend(copy);
+    lists[1].prepend(copyOf(used));
   };
 
   // Puts the item before another one of a list, or at its end; the focus stays where it was.
@@ -48,8 +55,7 @@ export function orderLists(lists, moveTexts, { spare, changed } = {}) {
     store();
     (focused?.disabled ? item.querySelector("button:enabled") : focused)?.focus();
     const position = [...list.children].indexOf(item) + 1;
-    const title = document.getElementById(list.getAttribute("aria-labelledby")).textContent;
-    news.textContent = t("%1: %2, %3 of %4", nameOf(item), title, position, list.children.length);
+    news.textContent = t("%1: %2, %3 of %4", nameOf(item), titleOf(list), position, list.children.length);
   };
 
   const step = (item, by) => {
@@ -116,8 +122,34 @@ export function orderLists(lists, moveTexts, { spare, changed } = {}) {
   store();
   const items = lists.map((list) => [...list.children]);
   for (const list of lists) fieldOf(list).dataset.stored = fieldOf(list).value;
-  lists[0].closest("form").addEventListener("reset", () => {
+  form.addEventListener("reset", () => {
     lists.forEach((list, index) => list.replaceChildren(...items[index]));
     store();
+  });
+
+  // A state is the entries of both lists in their order.
+  const entriesOf = (some) => some.map((list) => list.map((item) => item.dataset.entry));
+  const all = items.flat();
+  const stored = entriesOf(items);
+  const write = (state) => {
+    const left = [...all];
+    const take = (entry) => {
+      const at = left.findIndex((item) => item.dataset.entry === entry);
+      return at < 0 ? null : left.splice(at, 1)[0];
+    };
+    const orders = state.map((entries) => entries.map((entry) => take(entry) ?? (entry === spare ? copyOf(all) : null)));
+    if (orders.flat().includes(null) || left.some((item) => item.dataset.entry !== spare)) return false;
+    lists.forEach((list, index) => list.replaceChildren(...orders[index]));
+    store();
+    return true;
+  };
+  compose(form, {
+    key: lists[0].getAttribute("aria-labelledby"),
+    inputs: lists.map(fieldOf),
+    label: () => titleOf(lists[0]),
+    stored: () => stored,
+    now: () => entriesOf(lists.map((list) => [...list.children])),
+    say: ([used]) => used.map((entry) => nameOf(all.find((item) => item.dataset.entry === entry))).join(", "),
+    write,
   });
 }

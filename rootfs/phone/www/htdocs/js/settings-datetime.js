@@ -1,5 +1,6 @@
 // Date and time: the phone's clock as it runs, one that is set by hand, the zone and its rule.
 import "./app.js";  // which fills the form first
+import { compose } from "./changed.js";
 import { makeSearchable } from "./combobox.js";
 import { BoundaryFields, byDate, byWeek, locale, sentences } from "./daylight.js";
 import { t } from "./i18n.js";
@@ -75,6 +76,18 @@ function prepareZone() {
   select.after(carrier);
   carryZone();
   carrier.dataset.stored = carrier.value;
+  compose(form, {
+    key: select.id,
+    inputs: [carrier],
+    label: () => document.getElementById("TimeZoneAndName").labels[0].textContent,
+    say: ([value]) => value,
+    write([value]) {
+      select.value = value;
+      picker.show();
+      select.dispatchEvent(new Event("change", { bubbles: true }));
+      return carrier.value === value;
+    },
+  });
 }
 
 // --- Daylight saving.

@@ -10,6 +10,7 @@ function prepare(slider) {
     slider.setAttribute("aria-valuetext", value.textContent);
   };
   slider.addEventListener("input", () => show(false));
+  slider.addEventListener("putback", () => show(!isOnScale));
   slider.form.addEventListener("reset", () => setTimeout(() => show(!isOnScale)));
   show(!isOnScale);
 }

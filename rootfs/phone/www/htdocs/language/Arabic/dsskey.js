@@ -53,7 +53,6 @@ export default {
   "Done": "تم",
   "Nothing to choose": "لا شيء للاختيار",
   "Line %1": "الخط %1",
-  "%1: %2": "%1: %2",
   "%1 %2 on %3": "%1 %2 على %3",
   "%1 on %2": "%1 على %2",
 
@@ -86,4 +85,5 @@ export default {
   "Guest login": "تسجيل دخول الضيف",
   "Call trace (ACD)": "تتبع المكالمة (ACD)",
   "Disposition code": "رمز المعالجة",
+  "Key %1": "المفتاح %1",
 };

@@ -67,7 +67,6 @@ export default {
   "Show parked calls": "إظهار المكالمات المركونة",
   "The screen shows when a call is parked for this phone.": "تنبه الشاشة عند ركن مكالمة لهذا الهاتف.",
   "Sound for parked calls": "صوت للمكالمات المركونة",
-  "On": "تشغيل",
   "Whether the phone makes a sound when a call is parked for it.": "هل يصدر الهاتف صوتًا عند ركن مكالمة له.",
 
   // General features

@@ -388,7 +388,6 @@ export default {
   "another secret": "سر آخر",
   "a secret": "سر",
   "default": "الافتراضي",
-  "empty": "فارغ",
   "What does not fit": "ما لا يناسب",
   "Changed settings": "إعدادات متغيرة",
   "New files": "ملفات جديدة",

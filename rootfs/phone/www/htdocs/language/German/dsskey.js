@@ -53,7 +53,6 @@ export default {
   "Done": "Fertig",
   "Nothing to choose": "Nichts zur Auswahl",
   "Line %1": "Leitung %1",
-  "%1: %2": "%1: %2",
   "%1 %2 on %3": "%1 %2 auf %3",
   "%1 on %2": "%1 auf %2",
 
@@ -86,4 +85,5 @@ export default {
   "Guest login": "Gastanmeldung",
   "Call trace (ACD)": "Anruf zurückverfolgen (ACD)",
   "Disposition code": "Bearbeitungscode",
+  "Key %1": "Taste %1",
 };

@@ -67,7 +67,6 @@ export default {
   "Show parked calls": "Geparkte Gespräche zeigen",
   "The screen shows when a call is parked for this phone.": "Der Bildschirm meldet, wenn ein Gespräch für dieses Telefon geparkt ist.",
   "Sound for parked calls": "Ton bei geparkten Gesprächen",
-  "On": "Ein",
   "Whether the phone makes a sound when a call is parked for it.": "Ob das Telefon einen Ton macht, wenn ein Anruf für es geparkt ist.",
 
   // General features

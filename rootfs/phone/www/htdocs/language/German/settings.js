@@ -388,7 +388,6 @@ export default {
   "another secret": "ein anderes Geheimnis",
   "a secret": "ein Geheimnis",
   "default": "Voreinstellung",
-  "empty": "leer",
   "What does not fit": "Was nicht passt",
   "Changed settings": "Geänderte Einstellungen",
   "New files": "Neue Dateien",
