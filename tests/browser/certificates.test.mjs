@@ -74,7 +74,7 @@ test("the server's certificate comes with its key, is chosen, and deleted", asyn
   await upload(page, certificate("phone.example", 365, true), "The certificate has been uploaded.");
   assert.deepEqual(await names(page), ["phone.example"]);
   await enter(page, { HttpsDevCert: "1" });
-  await phone.assertSaves(page, { HttpsDevCert: "1" });
+  await phone.assertSaves(page, { HttpsDevCert: "1" }, "Save only");
   const questions = answerDialogs(page, true);
   await page.locator("#delete-own button").click();
   await page.getByText("The certificate has been deleted.").waitFor();

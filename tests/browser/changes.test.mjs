@@ -184,3 +184,27 @@ test("a save during a call or without an answer keeps what was entered; without 
   await Promise.all([other.waitForEvent("load"), save(other)]);
   await phone.assertStored({ ACDAutoAvailableTime: "45" });
 });
+
+test("a phone that moves is named before the save, looked for at both addresses, and opened where it answers", async () => {
+  await phone.configure({ NetworkWanType: "0", NetworkIPAddressMode: "0" });
+  const page = await phone.openAs("admin", "network", { timed: true });
+  const there = "http://127.0.0.2:";
+  await page.route(`${there}*/**`, (route) => route.fulfill({ body: "here" }));
+  phone.expectProblems(there, "503", "ERR_");
+  await enter(page, { ipv4type: "2", NetworkWanStaticIp: "127.0.0.2", NetworkWanStaticMask: "255.0.0.0", NetworkWanStaticGateWay: "127.0.0.1" });
+  await save(page);
+  const address = phone.origin.replace("127.0.0.1", "127.0.0.2");
+  assert.deepEqual(await page.locator("dialog .findings li").allTextContents(), [
+    `After the restart, these pages are found at ${address}/.`,
+    "With a wrong gateway, subnet mask or prefix length, computers of other networks do not reach the phone."]);
+  await phone.state({ rebootSeconds: 3600 });
+  await press(page, "Save and restart");
+  await page.getByRole("link", { name: address }).waitFor();
+  await screenshot(page, "notice-new-address");
+  assert.deepEqual(await axe(page), []);
+  for (let looks = 0; looks < 60 && !page.url().startsWith(there); ++looks) {
+    await page.clock.runFor(2000);
+    await page.waitForTimeout(50);
+  }
+  await page.waitForURL(`${address}/`);
+});

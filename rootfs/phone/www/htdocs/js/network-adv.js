@@ -1,4 +1,5 @@
 // The advanced network page: certificates and the VPN's archive, and what a save may cost its reader.
+import { fieldsOf, warnOfRisks } from "./connection-risks.js";
 import { t } from "./i18n.js";
 import { prepareUpload } from "./upload-field.js";
 
@@ -66,50 +67,38 @@ prepareUpload(byId("vpn-upload"), {
 
 // --- What may lock the reader out
 
-const field = (name) => [...form.querySelectorAll(`[name="${name}"]`)].find((input) => input.type !== "hidden");
-const isOn = (name) => field(name)?.checked;
-const isChanged = (name) => {
-  const input = field(name);
-  if (!input || input.disabled) return false;
-  if (input.options) return !input.selectedOptions[0].defaultSelected;
-  return input.type === "checkbox" ? input.checked !== input.defaultChecked : input.value !== input.defaultValue;
-};
-const isAnyChanged = (...names) => names.some(isChanged);
+const { isOn, valueOf, isAnyChanged } = fieldsOf(form);
 
 const addressOf = (protocol, port, usual) => `${protocol}//${location.hostname}${port === usual ? "" : `:${port}`}/`;
-const httpAddress = () => addressOf("http:", field("NetworkhttpPort").value, "80");
-const httpsAddress = () => addressOf("https:", field("NetworkhttpsPort").value, "443");
+const httpAddress = () => addressOf("http:", valueOf("NetworkhttpPort"), "80");
+const httpsAddress = () => addressOf("https:", valueOf("NetworkhttpsPort"), "443");
 
-function webRisk() {
-  if (!isAnyChanged("HttpServerSwitch", "HttpsServerSwitch", "NetworkhttpPort", "NetworkhttpsPort")) return "";
+// Where the pages will be found; those that the reader's browser is at home with come first.
+function webAddresses() {
   const open = [isOn("HttpServerSwitch") && httpAddress(), isOn("HttpsServerSwitch") && httpsAddress()].filter(Boolean);
-  if (!open.length) return t("Nobody will be able to open these pages. Only a reset at the phone itself brings them back.");
-  return t("After the restart, these pages are found at %1.", open.join(" · "));
+  return open.sort((one) => one.startsWith(location.protocol) ? -1 : 1);
 }
 
-const risks = () => [
-  webRisk(),
-  isAnyChanged("VlanWanSwitch", "VlanWanVid") && (isOn("VlanWanSwitch")
-    ? t("The phone moves to VLAN %1. Computers outside it may no longer reach it.", field("VlanWanVid").value)
-    : t("The phone leaves its VLAN. Computers inside it may no longer reach it.")),
-  isAnyChanged("VlanPcSwitch", "VlanPcVid") && t("The computer behind the phone moves to another VLAN. If it is yours, you may no longer reach the phone."),
-  isAnyChanged("EthernetWANPortLink") && t("If the other end of the cable does not use the same speed, the phone has no network."),
-  isAnyChanged("Network802_1XMode", "Network802_1XIdentity", "Network802_1XMD5Passwd") && t("If the network refuses the new 802.1X settings, the phone has no network."),
-].filter(Boolean);
-
-const list = document.createElement("ul");
-list.className = "findings";
-byId("restart-text").after(list);
-
-function showRisks() {
-  list.replaceChildren(...risks().map((text) => {
-    const item = document.createElement("li");
-    item.dataset.kind = "warning";
-    item.textContent = text;
-    return item;
-  }));
+function webRisk(addresses) {
+  if (!addresses.length) return t("Nobody will be able to open these pages. Only a reset at the phone itself brings them back.");
+  return t("After the restart, these pages are found at %1.", addresses.join(" · "));
 }
 
-for (const event of ["input", "change"]) form.addEventListener(event, showRisks);
-form.addEventListener("reset", () => setTimeout(showRisks));
+warnOfRisks(form, () => {
+  const isWebChanged = isAnyChanged("HttpServerSwitch", "HttpsServerSwitch", "NetworkhttpPort", "NetworkhttpsPort");
+  const addresses = isWebChanged ? webAddresses() : [];
+  return {
+    addresses,
+    texts: [
+      isWebChanged && webRisk(addresses),
+      isAnyChanged("VlanWanSwitch", "VlanWanVid") && (isOn("VlanWanSwitch")
+        ? t("The phone moves to VLAN %1. Computers outside it may no longer reach it.", valueOf("VlanWanVid"))
+        : t("The phone leaves its VLAN. Computers inside it may no longer reach it.")),
+      isAnyChanged("VlanPcSwitch", "VlanPcVid") && t("The computer behind the phone moves to another VLAN. If it is yours, you may no longer reach the phone."),
+      isAnyChanged("EthernetWANPortLink") && t("If the other end of the cable does not use the same speed, the phone has no network."),
+      isAnyChanged("EthernetPCPortLink") && t("If the computer behind the phone does not use the same speed, it has no network. If it is yours, you no longer reach the phone."),
+      isAnyChanged("Network802_1XMode", "Network802_1XIdentity", "Network802_1XMD5Passwd") && t("If the network refuses the new 802.1X settings, the phone has no network."),
+    ],
+  };
+});
 byId("pppoe-vlan").hidden = form.dataset.wanType !== "1";

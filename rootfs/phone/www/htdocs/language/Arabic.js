@@ -101,6 +101,7 @@ window.phoneLanguage = {
     "Open the page now": "فتح الصفحة الآن",
     "Waiting for the phone: %1 s": "في انتظار الهاتف: %1 ث",
     "The phone has not come back yet. Its address may have changed: look at its screen.": "لم يعد الهاتف بعد. ربما تغيَّر عنوانه: انظر إلى شاشته.",
+    "The phone will be found at %1. Without an answer here, this page goes there by itself.": "سيكون الهاتف على العنوان %1. وإن لم يستجب هنا تنتقل هذه الصفحة إليه تلقائيًا.",
     "The phone does not answer. Please try again.": "الهاتف لا يستجيب. يُرجى المحاولة مرة أخرى.",
     "The phone does not answer. This page continues when it is back.": "الهاتف لا يستجيب. تتابع هذه الصفحة عملها عندما يعود.",
     "Resetting , please wait ...": "تجري إعادة ضبط الهاتف، يُرجى الانتظار…",

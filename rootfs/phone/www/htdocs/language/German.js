@@ -101,6 +101,7 @@ window.phoneLanguage = {
     "Open the page now": "Seite jetzt öffnen",
     "Waiting for the phone: %1 s": "Warten auf das Telefon: %1 s",
     "The phone has not come back yet. Its address may have changed: look at its screen.": "Das Telefon ist noch nicht wieder erreichbar. Vielleicht hat sich seine Adresse geändert: Sehen Sie auf seinem Bildschirm nach.",
+    "The phone will be found at %1. Without an answer here, this page goes there by itself.": "Das Telefon wird unter %1 zu finden sein. Bleibt hier die Antwort aus, wechselt diese Seite von selbst dorthin.",
     "The phone does not answer. Please try again.": "Das Telefon antwortet nicht. Bitte versuchen Sie es noch einmal.",
     "The phone does not answer. This page continues when it is back.": "Das Telefon antwortet nicht. Diese Seite läuft weiter, sobald es wieder da ist.",
     "Resetting , please wait ...": "Das Telefon wird zurückgesetzt, bitte warten …",

@@ -110,4 +110,12 @@ export default {
   "The computer behind the phone moves to another VLAN. If it is yours, you may no longer reach the phone.": "ينتقل الكمبيوتر الموصول بالهاتف إلى شبكة VLAN أخرى. إن كان جهازك فقد لا تصل إلى الهاتف.",
   "If the other end of the cable does not use the same speed, the phone has no network.": "إذا لم يستخدم الطرف الآخر من الكابل السرعة نفسها فلن تكون للهاتف شبكة.",
   "If the network refuses the new 802.1X settings, the phone has no network.": "إذا رفضت الشبكة إعدادات 802.1X الجديدة فلن تكون للهاتف شبكة.",
+  "If the computer behind the phone does not use the same speed, it has no network. If it is yours, you no longer reach the phone.": "إذا لم يستخدم الحاسوب الموصول بالهاتف السرعة نفسها فلن تكون له شبكة. وإن كان حاسوبك فلن تصل إلى الهاتف.",
+  "A computer at the PC port loses its connection. If it is yours, you no longer reach the phone.": "يفقد الحاسوب على منفذ الحاسوب اتصاله. وإن كان حاسوبك فلن تصل إلى الهاتف.",
+  "After the restart, a computer at the PC port is in a network of its own and finds these pages at %1.": "بعد إعادة التشغيل يكون الحاسوب على منفذ الحاسوب في شبكة خاصة ويجد هذه الصفحات على %1.",
+  "After the restart, a computer at the PC port is in the phone's network and has another address.": "بعد إعادة التشغيل يكون الحاسوب على منفذ الحاسوب في شبكة الهاتف وله عنوان آخر.",
+  "After the restart, the phone may have another address: look at its screen.": "بعد إعادة التشغيل قد يكون للهاتف عنوان آخر: انظر إلى شاشته.",
+  "With a wrong gateway, subnet mask or prefix length, computers of other networks do not reach the phone.": "إذا كانت البوابة أو قناع الشبكة الفرعية أو طول البادئة خطأ فلن تصل حواسيب الشبكات الأخرى إلى الهاتف.",
+  "With PPPoE, the phone is at the internet provider's network and uses no VLAN. Computers in yours may no longer reach it.": "مع PPPoE يكون الهاتف في شبكة مزود الإنترنت ولا يستخدم شبكة VLAN. قد لا تصل إليه الحواسيب في شبكتك.",
+  "If the provider refuses the user name or the password, the phone has no network.": "إذا رفض المزود اسم المستخدم أو كلمة المرور فلن تكون للهاتف شبكة.",
 };

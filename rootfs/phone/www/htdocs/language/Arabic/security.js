@@ -56,4 +56,5 @@ export default {
   "Uploaded certificates count only if you choose them here.": "لا تسري الشهادات المرفوعة إلا إذا اخترتها هنا.",
   "Built-in certificate": "الشهادة المدمجة",
   "Browsers warn of the built-in certificate, since nobody but the phone itself vouches for it: compare its fingerprint with what the browser shows.": "تحذّر المتصفحات من الشهادة المدمجة لأنه لا يضمنها سوى الهاتف نفسه: قارن بصمتها بما يعرضه المتصفح.",
+  "After the restart, browsers are shown the other certificate over HTTPS. Those that do not trust it warn before they open these pages.": "بعد إعادة التشغيل تُعرض على المتصفحات الشهادة الأخرى عبر HTTPS. والتي لا تثق بها تحذِّر قبل فتح هذه الصفحات.",
 };

@@ -110,4 +110,12 @@ export default {
   "The computer behind the phone moves to another VLAN. If it is yours, you may no longer reach the phone.": "Der Computer hinter dem Telefon wechselt in ein anderes VLAN. Ist es Ihrer, erreichen Sie das Telefon vielleicht nicht mehr.",
   "If the other end of the cable does not use the same speed, the phone has no network.": "Benutzt das andere Ende des Kabels nicht dieselbe Geschwindigkeit, hat das Telefon kein Netzwerk.",
   "If the network refuses the new 802.1X settings, the phone has no network.": "Lehnt das Netzwerk die neuen 802.1X-Einstellungen ab, hat das Telefon kein Netzwerk.",
+  "If the computer behind the phone does not use the same speed, it has no network. If it is yours, you no longer reach the phone.": "Benutzt der Computer hinter dem Telefon nicht dieselbe Geschwindigkeit, hat er kein Netzwerk. Ist es Ihrer, erreichen Sie das Telefon nicht mehr.",
+  "A computer at the PC port loses its connection. If it is yours, you no longer reach the phone.": "Ein Computer am PC-Anschluss verliert seine Verbindung. Ist es Ihrer, erreichen Sie das Telefon nicht mehr.",
+  "After the restart, a computer at the PC port is in a network of its own and finds these pages at %1.": "Nach dem Neustart ist ein Computer am PC-Anschluss in einem eigenen Netzwerk und findet diese Seiten unter %1.",
+  "After the restart, a computer at the PC port is in the phone's network and has another address.": "Nach dem Neustart ist ein Computer am PC-Anschluss im Netzwerk des Telefons und hat eine andere Adresse.",
+  "After the restart, the phone may have another address: look at its screen.": "Nach dem Neustart hat das Telefon vielleicht eine andere Adresse: Sehen Sie auf seinem Bildschirm nach.",
+  "With a wrong gateway, subnet mask or prefix length, computers of other networks do not reach the phone.": "Mit einem falschen Gateway, einer falschen Subnetzmaske oder Präfixlänge erreichen Computer anderer Netzwerke das Telefon nicht.",
+  "With PPPoE, the phone is at the internet provider's network and uses no VLAN. Computers in yours may no longer reach it.": "Mit PPPoE ist das Telefon im Netzwerk des Internetanbieters und benutzt kein VLAN. Computer in Ihrem Netzwerk erreichen es vielleicht nicht mehr.",
+  "If the provider refuses the user name or the password, the phone has no network.": "Weist der Anbieter den Benutzernamen oder das Passwort ab, hat das Telefon kein Netzwerk.",
 };

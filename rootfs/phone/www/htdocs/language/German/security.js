@@ -56,4 +56,5 @@ export default {
   "Uploaded certificates count only if you choose them here.": "Hochgeladene Zertifikate gelten nur, wenn Sie sie hier wählen.",
   "Built-in certificate": "Eingebautes Zertifikat",
   "Browsers warn of the built-in certificate, since nobody but the phone itself vouches for it: compare its fingerprint with what the browser shows.": "Browser warnen vor dem eingebauten Zertifikat, denn nur das Telefon selbst bürgt dafür: Vergleichen Sie seinen Fingerabdruck mit dem, den der Browser zeigt.",
+  "After the restart, browsers are shown the other certificate over HTTPS. Those that do not trust it warn before they open these pages.": "Nach dem Neustart sehen Browser über HTTPS das andere Zertifikat. Wer ihm nicht vertraut, warnt, bevor er diese Seiten öffnet.",
 };
