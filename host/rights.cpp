@@ -75,14 +75,14 @@ bool Rights::seesOne(const Places& places) {
 
 // Of several tabs of the navigation that lead to a page, the one that the request names counts; when it names none, all
 // of them do, as all tabs of a row always do.
-bool Rights::maySeePage(const std::string& page, const FieldLookup& field) {
+bool Rights::maySeePage(const std::string& page) {
   bool isNamed = false, isSeenNamed = false, isSeenAlways = true;
   for (const DeclaredTab& tab : table_.page(page).tabs) {
     const bool isSeen = tab.key.empty() || sees(tab.key);
     if (tab.isInRow && !isSeen) return false;
     if (tab.isInRow) continue;
     isSeenAlways &= isSeen;
-    if (!tab.field.empty() && !holds(field, tab.field, tab.value)) continue;
+    if (!tab.field.empty() && !holds(*field_, tab.field, tab.value)) continue;
     isNamed = true;
     isSeenNamed |= isSeen;
   }
@@ -90,32 +90,35 @@ bool Rights::maySeePage(const std::string& page, const FieldLookup& field) {
 }
 
 // Of several forms for an action, those count whose constants the request has; when there are none, all of them do.
-void Rights::findCandidates(const FieldLookup& field) {
+const std::vector<const DeclaredAction*>& Rights::candidates() {
+  if (std::exchange(areFound_, true)) return candidates_;
   std::vector<const DeclaredAction*> others;
   for (const DeclaredAction& declared : table_.page(page_).actions) {
     if (declared.action != action_) continue;
-    const bool fits = std::all_of(declared.constants.begin(), declared.constants.end(),
-                                  [&](const auto& constant) { return holds(field, constant.first, constant.second); });
+    const bool fits = std::all_of(declared.constants.begin(), declared.constants.end(), [&](const auto& constant) {
+      return holds(*field_, constant.first, constant.second);
+    });
     (fits ? candidates_ : others).push_back(&declared);
   }
   isExact_ = !candidates_.empty();
   if (!isExact_) candidates_ = std::move(others);
+  return candidates_;
 }
 
 // True for a question that the script of another page asks, and that page may be seen.
-bool Rights::isAskedElsewhere(const FieldLookup& field) {
-  return std::any_of(candidates_.begin(), candidates_.end(), [&](const DeclaredAction* declared) {
+bool Rights::isAskedElsewhere() {
+  return std::any_of(candidates().begin(), candidates().end(), [&](const DeclaredAction* declared) {
     const std::string& asker = declared->askedBy;
-    return !asker.empty() && asker != page_ && maySeePage(asker, field) && seesOne(declared->places);
+    return !asker.empty() && asker != page_ && maySeePage(asker) && seesOne(declared->places);
   });
 }
 
 bool Rights::mayRun(const FieldLookup& field) {
-  findCandidates(field);
-  isPageSeen_ = maySeePage(page_, field);
-  if (!isPageSeen_) return isAskedElsewhere(field);
+  field_ = &field;
+  isPageSeen_ = maySeePage(page_);
+  if (!isPageSeen_) return isAskedElsewhere();
   if (isReading_) return true;
-  if (candidates_.empty()) return identity_ == kAdmin;
+  if (candidates().empty()) return identity_ == kAdmin;
   const auto isSeen = [this](const DeclaredAction* declared) { return seesOne(declared->places); };
   return isExact_ ? std::any_of(candidates_.begin(), candidates_.end(), isSeen)
                   : std::all_of(candidates_.begin(), candidates_.end(), isSeen);
@@ -132,7 +135,7 @@ bool Rights::mayUse(std::string_view field) {
       isSeenAlways &= isSeen;
     }
   };
-  for (const DeclaredAction* declared : candidates_) look(*declared);
+  for (const DeclaredAction* declared : candidates()) look(*declared);
   if (isKnown) return isExact_ ? isSeenOnce : isSeenAlways;
   for (const DeclaredAction& declared : table_.page(page_).actions) look(declared);
   if (isKnown) return isSeenOnce;

@@ -28,7 +28,7 @@ class Rights {
   // `user` is the text that the session holds. The table must outlive the rights and is refreshed for them.
   Rights(RightsTable& table, const Device& device, std::string user, std::string page, std::string action);
 
-  // Whether the request may be run at all; to be asked once, before the others.
+  // Whether the request may be run at all; to be asked once, before the others. The lookup must outlive the rights.
   bool mayRun(const FieldLookup& field);
   // Whether the page may read a field; one that it may not is logged, once.
   bool mayRead(std::string_view field);
@@ -42,18 +42,20 @@ class Rights {
  private:
   bool sees(const std::string& key);
   bool seesOne(const Places& places);
-  bool maySeePage(const std::string& page, const FieldLookup& field);
-  bool isAskedElsewhere(const FieldLookup& field);
+  bool maySeePage(const std::string& page);
+  bool isAskedElsewhere();
   bool mayUse(std::string_view field);
-  void findCandidates(const FieldLookup& field);
+  const std::vector<const DeclaredAction*>& candidates();
 
   RightsTable& table_;
   const Device& device_;
   std::string user_, page_, action_, identity_;
   bool isReading_ = false;
   bool isPageSeen_ = false;
+  const FieldLookup* field_ = nullptr;
   bool isExact_ = false;  // one of the candidates is what was asked for
-  std::vector<const DeclaredAction*> candidates_;
+  bool areFound_ = false;
+  std::vector<const DeclaredAction*> candidates_;  // once they are found
   std::map<std::string, bool, std::less<>> seen_;
   std::set<std::string, std::less<>> logged_;
 };

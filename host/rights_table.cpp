@@ -83,7 +83,10 @@ void RightsTable::join() {
   tabs_.clear();
   for (const auto& [name, entry] : templates_) {
     if (!entry.markup) continue;
-    for (const DeclaredAction& action : entry.markup->actions) pages_[action.page].actions.push_back(action);
+    for (const DeclaredAction& action : entry.markup->actions) {
+      auto& known = pages_[action.page].actions;  // a link of the navigation stands in all templates
+      if (std::find(known.begin(), known.end(), action) == known.end()) known.push_back(action);
+    }
     for (const DeclaredTab& tab : entry.markup->tabs) {
       const auto isKnown = [&](const DeclaredTab& other) { return isSameTab(tab, other); };
       if (std::any_of(tabs_.begin(), tabs_.end(), isKnown)) continue;

@@ -138,7 +138,7 @@ bool ServletRunner::runPage(const RequestHead& head, Body& body, Request& reques
   HttpServlet* handler = pages_.find(context.page);
   // A page that saves what a form holds is not to take a refused one for an empty one.
   if (!handler || !request.formIsSound()) return handler;
-  const auto field = [&](const std::string& name) { return fieldOf(head, body, request, name.c_str()); };
+  const FieldLookup field = [&](const std::string& name) { return fieldOf(head, body, request, name.c_str()); };
   std::optional<Rights> rights = rightsOf(context, field("q"));
   if (rights && !rights->mayRun(field)) {
     forbid(*rights, head.wantsJson, response);

@@ -21,6 +21,8 @@ using Places = std::vector<Keys>;
 struct DeclaredField {
   std::string pattern;
   Keys keys;
+
+  bool operator==(const DeclaredField&) const = default;
 };
 
 // A form, a link, or an address that a script asks (data-action="/servlet?p=PAGE&q=ACTION&FIELD=" on its element).
@@ -30,6 +32,8 @@ struct DeclaredAction {
   std::vector<std::pair<std::string, std::string>> constants;  // fields that tell it from others of that name
   Places places;                                               // of the form's buttons, or of the link
   std::vector<DeclaredField> fields;
+
+  bool operator==(const DeclaredAction&) const = default;
 };
 
 // A tab of the navigation, or of a row of tabs within a page: a page it opens, the key of who sees it (empty:
