@@ -4,8 +4,8 @@ set -euo pipefail
 
 build=(g++ cmake ninja-build ccache pkg-config gzip curl libmicrohttpd-dev libctemplate-dev nlohmann-json3-dev
   libsimpleini-dev libpugixml-dev libcrypt-dev libssl-dev libgnutls28-dev libgumbo-dev zlib1g-dev)
-test=("${build[@]}" clang g++-arm-linux-gnueabihf libclang-rt-14-dev llvm clang-format clang-tidy shellcheck libgtest-dev libgmock-dev imagemagick chromium
-  openssl tcpdump)
+test=("${build[@]}" clang g++-arm-linux-gnueabihf libclang-rt-14-dev llvm clang-format clang-tidy shellcheck
+  libgtest-dev libgmock-dev imagemagick chromium openssl tcpdump)
 bench=("${build[@]}" libbenchmark-dev libgtest-dev libgmock-dev wrk)
 
 case ${1:?build, test or bench} in

@@ -1,5 +1,5 @@
-// Shows and hides tabs and settings by the level of who is logged in. Presentation only: the phone's pages answer
-// whoever is logged in.
+// Shows and hides tabs and settings by the level of who is logged in. Presentation only: the phone's web server sends and
+// takes nothing that is hidden here.
 //
 // ShowLevel is "tab=code&tab=code$setting=code&setting=code"; without "$" it holds one of both alone. Codes: "0" admin,
 // "1" admin and var, "2" everyone, "3" nobody. A setting without a code, or with another one, is shown to admin only:
